@@ -1,0 +1,23 @@
+// Failures on demand, for tests: only the checked build's cehost.dll has these.
+#pragma once
+
+#include <windbase.h>
+
+// The nth next call (1: the next) of the Ce* function of that name fails with that last error and does nothing.
+// Several may be armed, also for one function.
+CEHOST_API void CeFailCall(LPCSTR function, DWORD nth, DWORD error);
+
+// What the disk does to the store.
+enum CeDiskFault : DWORD {
+    kCeDiskFull,       // the write is refused: no room
+    kCeDiskWriteError  // the write or flush fails
+};
+
+// The nth next write or flush of the store's files (1: the next) fails, and every one after it does too.
+CEHOST_API void CeFailDisk(DWORD nth, CeDiskFault fault);
+
+// How many writes and flushes there were since the last CeFailDisk or CeClearFaults.
+CEHOST_API DWORD CeCountDiskWork(void);
+
+// Disarms everything.
+CEHOST_API void CeClearFaults(void);
