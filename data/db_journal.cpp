@@ -1,0 +1,75 @@
+#include "data/db_journal.h"
+
+#include <iterator>
+#include <vector>
+
+#include "data/field_definitions.h"
+#include "data/record_buffer.h"
+#include "data/sort_key.h"
+
+namespace {
+
+// Tells the journal's database from others in an enumeration: "JRNL".
+constexpr DWORD kDatabaseType = 0x4C4E524A;
+
+}  // namespace
+
+DbJournal::~DbJournal() {
+    DbJournal::Close();
+}
+
+int DbJournal::Open(HWND notify) {
+    Close();
+    SORTORDERSPEC orders[CEDB_MAXSORTORDER] = {SortKeyForField(kFieldStart)};
+    if (!Exists(kJournalDatabase)) {
+        if (GetLastError() != ERROR_FILE_NOT_FOUND) return 0;
+        if (!Create(kJournalDatabase, kDatabaseType, 1, orders)) return 0;
+    } else {
+        // People choose the order and it stays with the database; it can be opened in no other.
+        if (!CeDbase::Open(kJournalDatabase, 0, 0, nullptr)) return 0;
+        orders[0].propid = 0;
+        GetSortOrders(orders);
+        Close();
+    }
+    return CeDbase::Open(kJournalDatabase, orders[0].propid, 0, notify);
+}
+
+int DbJournal::Initialize(TSList<DbJItem>* fields) {
+    for (const FieldDefinition& field : kFieldDefinitions)
+        fields->Append(
+            DbJItem(field.id, field.propid, field.label, field.control, field.flags, kItemValue, field.defaultText));
+    return 1;
+}
+
+unsigned long DbJournal::Read(unsigned long oid, TSList<DbJItem>* fields) {
+    fields->RemoveAll();
+    Initialize(fields);
+    if (!oid || !SeekToOid(oid)) return 0;
+
+    CEPROPID ids[std::size(kFieldDefinitions)];
+    WORD count = 0;
+    for (const FieldDefinition& field : kFieldDefinitions)
+        ids[count++] = field.propid;
+    RecordBuffer record;
+    if (ReadRecordProps(&count, ids, record.Put()) != oid) return 0;
+    size_t index = 0;
+    for (DbJItem& field : *fields)
+        field.FromProperty(record[index++]);
+    return oid;
+}
+
+unsigned long DbJournal::Write(unsigned long oid, TSList<DbJItem>* fields) {
+    std::vector<CEPROPVAL> values;
+    CEPROPVAL value;
+    for (const DbJItem& field : *fields)
+        if (field.ToProperty(&value)) values.push_back(value);
+    return WriteRecordProps(oid, static_cast<WORD>(values.size()), values.data());
+}
+
+unsigned long DbJournal::SetFlags(unsigned long oid, unsigned flags) {
+    if (!oid) return 0;  // would make a record of nothing but flags
+    CEPROPVAL value{};
+    value.propid = kPropRecordFlags;
+    value.val.ulVal = flags;
+    return WriteRecordProps(oid, 1, &value);
+}

@@ -1,0 +1,33 @@
+#include "data/dbj_item.h"
+
+#include "data/field_ids.h"
+
+DbJItem::DbJItem(int id, unsigned long propid, const wchar_t* label, int controlType, unsigned short flags,
+                 unsigned long itemType, const wchar_t* defaultText)
+    : DItemObject(propid),
+      id_(static_cast<WORD>(id)),
+      flags_(flags),
+      controlType_(controlType),
+      itemType_(static_cast<int>(itemType)),
+      label_(label ? label : L""),
+      defaultText_(defaultText ? defaultText : L"") {
+    if (TypeFromPropID(propid) == CEVT_I2) DItemObject::SetShort(kUnset);
+}
+
+DbJItem::~DbJItem() = default;
+
+bool DbJItem::operator==(const DbJItem& other) const {
+    return GetPropID() == other.GetPropID() && SameValue(other);
+}
+
+DbJItem* FindFieldByPropID(TSList<DbJItem>& fields, CEPROPID propid) {
+    for (DbJItem& field : fields)
+        if (field.GetPropID() == propid) return &field;
+    return nullptr;
+}
+
+DbJItem* FindFieldByID(TSList<DbJItem>& fields, WORD id) {
+    for (DbJItem& field : fields)
+        if (field.GetID() == id) return &field;
+    return nullptr;
+}
