@@ -1,0 +1,17 @@
+// The ink control: class "InkX", a container with one rich-ink control that fills it.
+#pragma once
+
+#include <win.h>
+
+#include "cehost.h"
+
+#define WC_INKX L"InkX"
+
+// Registers the class (and the rich-ink control's). Harmless when called again.
+CEHOST_API void InitInkX(void);
+
+enum : UINT {
+    IM_CLEARALL = WM_USER + 519,    // empties it
+    IM_REINIT = WM_USER + 521,      // the same
+    IM_GETRICHINK = WM_USER + 532,  // -> HWND of the rich-ink control
+};
