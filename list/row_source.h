@@ -1,0 +1,19 @@
+// Where the row cache gets its rows from: a walk over entries in list order, one current entry at a time.
+#pragma once
+
+#include "list/list_row.h"
+
+class RowSource {
+public:
+    virtual ~RowSource() = default;
+
+    // Makes the entry at `position` (0 is the first) current. False when there is none; no entry is current then.
+    virtual bool SeekPosition(LONG position) = 0;
+    // The same for the entry with this id.
+    virtual bool SeekEntry(CEOID id) = 0;
+    // The same for the entry after the current one.
+    virtual bool SeekNext() = 0;
+    // Reads the current entry into `row`, reusing its strings. False when the entry cannot be read or is not to be
+    // shown; the row is empty then. The current entry stays.
+    virtual bool ReadRow(ListRow& row) = 0;
+};

@@ -1,0 +1,217 @@
+#!/usr/bin/env python3
+"""Draws the program's pictures into res/. Run it after changing a drawing; the files it writes are checked in.
+
+    python3 tools/draw_bitmaps.py [folder]
+
+Small pictures are drawn pixel by pixel, as letters; the icon is drawn as shapes, once for each size.
+"""
+import pathlib
+import struct
+import sys
+
+# What a letter in a pixel drawing stands for. A transparent colour is the one the screens leave out when they draw.
+COLOURS = {
+    "#": (0x1F, 0x2A, 0x37),  # outline
+    "b": (0x2E, 0x6D, 0xA4),  # blue
+    "l": (0xBF, 0xDD, 0xF4),  # light blue
+    "w": (0xFF, 0xFF, 0xFF),
+    "k": (0x00, 0x00, 0x00),
+    "y": (0xE3, 0xA8, 0x2B),  # yellow
+    "d": (0xA8, 0x76, 0x14),  # dark yellow
+    "g": (0x59, 0x63, 0x6E),  # grey
+    ".": (0xC0, 0xC0, 0xC0),  # transparent in menu bar pictures
+    " ": (0xFF, 0xFF, 0xFF),  # transparent in the arrow and the check
+}
+
+FIND = """
+................
+....####........
+..##llll##......
+..#lwwlll#......
+.#lwwlllll#.....
+.#lwllllll#.....
+.#llllllll#.....
+.#llllllll#.....
+..#llllll#......
+..##llll###.....
+....####.yd#....
+.........#yd#...
+..........#yd#..
+...........#y#..
+............##..
+................
+"""
+
+FILTER = """
+................
+.##############.
+.#llllllllllll#.
+..#lbbbbbbbbl#..
+...#lbbbbbbl#...
+....#lbbbbl#....
+.....#lbbl#.....
+......#bb#......
+......#bb#......
+......#bb#......
+......#bb#......
+......#bb#......
+......#b#.......
+......##........
+................
+................
+"""
+
+BLANK = "\n".join(["." * 16] * 16)
+
+ARROW = """
+            
+            
+            
+            
+  gggggggg  
+   gggggg   
+    gggg    
+     gg     
+            
+            
+            
+            
+"""
+
+CHECK = """
+            
+            
+          k 
+         kk 
+        kkk 
+ k     kkk  
+ kk   kkk   
+ kkk kkk    
+  kkkkk     
+   kkk      
+    k       
+            
+"""
+
+# Menu background: a paper tone with a faint weave.
+WEAVE = [[(0xF7, 0xF5, 0xEF) if (x + y) % 4 else (0xF0, 0xED, 0xE4) for x in range(8)] for y in range(8)]
+
+
+def pixels(drawing):
+    rows = [line for line in drawing.split("\n") if line]
+    return [[COLOURS[c] for c in line] for line in rows]
+
+
+def strip(*drawings):
+    """Pictures side by side."""
+    parts = [pixels(d) for d in drawings]
+    return [sum((part[y] for part in parts), []) for y in range(len(parts[0]))]
+
+
+def write_bmp(path, rows):
+    """24 bits a pixel."""
+    height, width = len(rows), len(rows[0])
+    pad = b"\0" * (-width * 3 % 4)
+    body = b"".join(b"".join(bytes((b, g, r)) for r, g, b in row) + pad for row in reversed(rows))
+    info = struct.pack("<IiiHHIIiiII", 40, width, height, 1, 24, 0, len(body), 2835, 2835, 0, 0)
+    path.write_bytes(struct.pack("<2sIHHI", b"BM", 54 + len(body), 0, 0, 54) + info + body)
+
+
+# ---- The icon: a closed book with a pen across it, in units of a 48-pixel square ----
+
+def inside_polygon(points, x, y):
+    inside = False
+    for (x1, y1), (x2, y2) in zip(points, points[1:] + points[:1]):
+        if (y1 > y) != (y2 > y) and x < (x2 - x1) * (y - y1) / (y2 - y1) + x1:
+            inside = not inside
+    return inside
+
+
+def inside_round_box(box, radius, x, y):
+    left, top, right, bottom = box
+    if not (left <= x <= right and top <= y <= bottom):
+        return False
+    dx = max(left + radius - x, x - (right - radius), 0)
+    dy = max(top + radius - y, y - (bottom - radius), 0)
+    return dx * dx + dy * dy <= radius * radius
+
+
+def polygon(colour, *points):
+    return colour, lambda x, y: inside_polygon(list(points), x, y)
+
+
+def round_box(colour, box, radius):
+    return colour, lambda x, y: inside_round_box(box, radius, x, y)
+
+
+BOOK = [
+    round_box((0x16, 0x37, 0x52), (5, 2, 41, 46), 4),      # back cover
+    round_box((0xF6, 0xF2, 0xE6), (8, 5, 40, 43), 2),      # pages
+    round_box((0x2E, 0x6D, 0xA4), (5, 2, 38, 43), 4),      # front cover
+    polygon((0x21, 0x54, 0x82), (5, 5), (11, 3), (11, 43), (5, 42)),  # spine
+    round_box((0xF6, 0xF2, 0xE6), (15, 9, 34, 20), 1.5),   # label
+    polygon((0x8F, 0xA6, 0xB8), (18, 12.5), (31, 12.5), (31, 14), (18, 14)),
+    polygon((0x8F, 0xA6, 0xB8), (18, 15.8), (27, 15.8), (27, 17.3), (18, 17.3)),
+    polygon((0x7A, 0x54, 0x0C), (41, 17), (47, 23), (27, 43), (19, 46), (21, 37)),  # pen: rim
+    polygon((0xE3, 0xA8, 0x2B), (41, 19.2), (44.8, 23), (27.5, 40.3), (23.7, 36.5)),
+    polygon((0xF4, 0xCF, 0x7A), (41, 19.2), (42.3, 20.5), (25, 37.8), (23.7, 36.5)),
+    polygon((0xF6, 0xE3, 0xBE), (22.7, 38), (26, 41.3), (20.9, 43.4), (20.6, 43.1)),
+    polygon((0x1F, 0x2A, 0x37), (21.3, 41.3), (22.7, 42.7), (19, 46)),
+]
+
+
+def draw_icon(size, samples=6):
+    """Rows of (red, green, blue, alpha)."""
+    rows = []
+    for py in range(size):
+        row = []
+        for px in range(size):
+            total = [0, 0, 0]
+            hits = 0
+            for sy in range(samples):
+                for sx in range(samples):
+                    x = (px + (sx + 0.5) / samples) * 48 / size
+                    y = (py + (sy + 0.5) / samples) * 48 / size
+                    for colour, inside in reversed(BOOK):
+                        if inside(x, y):
+                            total = [t + c for t, c in zip(total, colour)]
+                            hits += 1
+                            break
+            colour = tuple(t // hits for t in total) if hits else (0, 0, 0)
+            row.append(colour + (hits * 255 // samples**2,))
+        rows.append(row)
+    return rows
+
+
+def write_ico(path, sizes):
+    images = []
+    for size in sizes:
+        rows = draw_icon(size)
+        body = b"".join(b"".join(bytes((b, g, r, a)) for r, g, b, a in row) for row in reversed(rows))
+        # The one-bit mask, for whoever cannot blend: its rows are whole multiples of 32 bits.
+        mask = b""
+        for row in reversed(rows):
+            bits = "".join("0" if a > 127 else "1" for *_, a in row).ljust((size + 31) // 32 * 32, "1")
+            mask += int(bits, 2).to_bytes(len(bits) // 8, "big")
+        info = struct.pack("<IiiHHIIiiII", 40, size, size * 2, 1, 32, 0, len(body) + len(mask), 0, 0, 0, 0)
+        images.append(info + body + mask)
+    head = struct.pack("<HHH", 0, 1, len(sizes))
+    offset = len(head) + 16 * len(sizes)
+    for size, image in zip(sizes, images):
+        head += struct.pack("<BBBBHHII", size, size, 0, 0, 1, 32, len(image), offset)
+        offset += len(image)
+    path.write_bytes(head + b"".join(images))
+
+
+def main():
+    folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).parent.parent / "res"
+    # The menu bar's strip: Find is picture 0, the filter picture 8; the places between are free.
+    write_bmp(folder / "main_bar.bmp", strip(FIND, *[BLANK] * 7, FILTER))
+    write_bmp(folder / "drop_arrow.bmp", pixels(ARROW))
+    write_bmp(folder / "check.bmp", pixels(CHECK))
+    write_bmp(folder / "menu_weave.bmp", WEAVE)
+    write_ico(folder / "journal.ico", (16, 32, 48))
+
+
+if __name__ == "__main__":
+    main()
