@@ -1,0 +1,33 @@
+// Combo box: a drop-down list, or an edit with a drop-down list.
+#pragma once
+
+#include <string>
+
+#include "ui/control.h"
+
+class ComboBox : public Control {
+public:
+    ComboBox() : Control(WC_COMBOBOXW) {}
+
+    // Adds at the end (or where CBS_SORT wants it). Answers the index, negative on failure.
+    int AddString(const wchar_t* text);
+    void Clear();
+    int GetCount() const;
+    // -1 when nothing is selected.
+    int GetSelection() const;
+    // -1 selects nothing. No notification comes.
+    bool SetSelection(int index);
+    std::wstring GetString(int index) const;
+    // The entry equal to `text`, ignoring case, or -1.
+    int FindExact(const wchar_t* text) const;
+    // Selects characters in the edit part; 0, -1 is everything.
+    void SelectEdit(int first, int last);
+    // At most `characters` in the edit part.
+    void SetLimit(int characters);
+    void DropDown(bool show);
+    bool IsDroppedDown() const;
+    // The edit part, 0 for a pure list.
+    HWND GetEdit() const;
+    // Height of the selection field, device pixels.
+    void SetFieldHeight(int height);
+};

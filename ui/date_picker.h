@@ -1,0 +1,18 @@
+// Date picker, or time picker with DTS_TIMEFORMAT.
+#pragma once
+
+#include "ui/control.h"
+
+class DatePicker : public Control {
+public:
+    DatePicker() : Control(DATETIMEPICK_CLASSW) {}
+
+    // The date and time shown. False when the picker's "none" box is cleared (DTS_SHOWNONE).
+    bool GetTime(SYSTEMTIME* time) const;
+    // False when the picker refuses the time.
+    bool SetTime(const SYSTEMTIME& time);
+    // Clears the "none" box; only with DTS_SHOWNONE.
+    bool SetNone();
+    // A display format such as "hh:mm tt"; null: the style's own.
+    bool SetFormat(const wchar_t* format);
+};

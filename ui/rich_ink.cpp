@@ -1,0 +1,149 @@
+#include "ui/rich_ink.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+namespace {
+
+struct Source {
+    const BYTE* next;
+    size_t left;
+};
+
+// Both callbacks answer 0 for success: anything else aborts the stream.
+DWORD CALLBACK Give(DWORD_PTR cookie, LPBYTE buffer, LONG wanted, LONG* given) {
+    auto& source = *reinterpret_cast<Source*>(cookie);
+    const size_t count = std::min(source.left, static_cast<size_t>(wanted));
+    std::memcpy(buffer, source.next, count);
+    source.next += count;
+    source.left -= count;
+    *given = static_cast<LONG>(count);
+    return 0;
+}
+
+DWORD CALLBACK Take(DWORD_PTR cookie, LPBYTE buffer, LONG offered, LONG* taken) {
+    auto& sink = *reinterpret_cast<std::vector<BYTE>*>(cookie);
+    try {
+        sink.insert(sink.end(), buffer, buffer + offered);
+    } catch (const std::bad_alloc&) {
+        *taken = 0;
+        return ERROR_NOT_ENOUGH_MEMORY;
+    }
+    *taken = offered;
+    return 0;
+}
+
+}  // namespace
+
+bool RichInk::StreamIn(UINT format, const std::vector<BYTE>& bytes) {
+    Source source = {bytes.data(), bytes.size()};
+    EDITSTREAM stream = {};
+    stream.dwCookie = reinterpret_cast<DWORD_PTR>(&source);
+    stream.pfnCallback = Give;
+    SendMessage(EM_STREAMIN, format, reinterpret_cast<LPARAM>(&stream));
+    return stream.dwError == 0;
+}
+
+std::vector<BYTE> RichInk::StreamOut(UINT format) const {
+    std::vector<BYTE> bytes;
+    EDITSTREAM stream = {};
+    stream.dwCookie = reinterpret_cast<DWORD_PTR>(&bytes);
+    stream.pfnCallback = Take;
+    SendMessage(EM_STREAMOUT, format, reinterpret_cast<LPARAM>(&stream));
+    if (stream.dwError != 0) bytes.clear();
+    return bytes;
+}
+
+std::wstring RichInk::StreamOutText() const {
+    const std::vector<BYTE> bytes = StreamOut(SF_TEXT | SF_UNICODE);
+    std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
+    std::memcpy(text.data(), bytes.data(), text.size() * sizeof(wchar_t));
+    while (!text.empty() && text.back() == L'\0')
+        text.pop_back();
+    return text;
+}
+
+bool RichInk::IsModified() const {
+    return SendMessage(EM_GETMODIFY) != 0;
+}
+
+void RichInk::SetModified(bool modified) {
+    SendMessage(EM_SETMODIFY, modified);
+}
+
+void RichInk::SetSelection(int first, int last) {
+    SendMessage(EM_SETSEL, static_cast<WPARAM>(first), last);
+}
+
+void RichInk::GetSelection(int* first, int* last) const {
+    DWORD begin = 0;
+    DWORD end = 0;
+    SendMessage(EM_GETSEL, reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
+    *first = static_cast<int>(begin);
+    *last = static_cast<int>(end);
+}
+
+void RichInk::ReplaceSelection(const wchar_t* text, bool undoable) {
+    SendMessage(EM_REPLACESEL, undoable, reinterpret_cast<LPARAM>(text));
+}
+
+void RichInk::ScrollToCaret() {
+    SendMessage(EM_SCROLLCARET);
+}
+
+void RichInk::SetLimit(int characters) {
+    SendMessage(EM_LIMITTEXT, static_cast<WPARAM>(characters));
+}
+
+void RichInk::SetReadOnly(bool readOnly) {
+    SendMessage(EM_SETREADONLY, readOnly);
+}
+
+bool RichInk::CanUndo() const {
+    return SendMessage(EM_CANUNDO) != 0;
+}
+
+bool RichInk::CanRedo() const {
+    return SendMessage(EM_INKCANREDO) != 0;
+}
+
+bool RichInk::CanPaste() const {
+    return SendMessage(EM_CANPASTE) != 0;
+}
+
+void RichInk::Undo() {
+    SendMessage(EM_UNDOEVENT);
+}
+
+void RichInk::Redo() {
+    SendMessage(EM_REDOEVENT);
+}
+
+void RichInk::Cut() {
+    SendMessage(WM_CUT);
+}
+
+void RichInk::Copy() {
+    SendMessage(WM_COPY);
+}
+
+void RichInk::Paste() {
+    SendMessage(WM_PASTE);
+}
+
+void RichInk::SetZoom(int percent) {
+    SendMessage(EM_SETZOOMPERCENT, 0, percent);
+}
+
+int RichInk::GetZoom() const {
+    return static_cast<int>(SendMessage(EM_GETZOOMPERCENT));
+}
+
+void RichInk::SetView(UINT view) {
+    SendMessage(EM_SETVIEW, view);
+}
+
+UINT RichInk::GetView() const {
+    return static_cast<UINT>(SendMessage(EM_GETVIEW));
+}

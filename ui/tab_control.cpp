@@ -1,0 +1,36 @@
+#include "ui/tab_control.h"
+
+#include <px.h>
+
+int TabControl::InsertTab(int index, const wchar_t* text) {
+    TCITEMW item = {};
+    item.mask = TCIF_TEXT;
+    item.pszText = const_cast<wchar_t*>(text);
+    return static_cast<int>(SendMessage(TCM_INSERTITEMW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item)));
+}
+
+int TabControl::GetCount() const {
+    return static_cast<int>(SendMessage(TCM_GETITEMCOUNT));
+}
+
+int TabControl::GetSelection() const {
+    return static_cast<int>(SendMessage(TCM_GETCURSEL));
+}
+
+int TabControl::SetSelection(int index) {
+    return static_cast<int>(SendMessage(TCM_SETCURSEL, static_cast<WPARAM>(index)));
+}
+
+int TabControl::GetRowCount() const {
+    return static_cast<int>(SendMessage(TCM_GETROWCOUNT));
+}
+
+bool TabControl::GetTabRect(int index, RECT* rect) const {
+    return SendMessage(TCM_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(rect)) != 0;
+}
+
+int TabControl::GetStripHeight() const {
+    RECT tab = {};
+    if (!GetTabRect(0, &tab)) return 0;
+    return (tab.bottom - tab.top) * GetRowCount() + Px(2);
+}

@@ -1,0 +1,22 @@
+// Tab strip.
+#pragma once
+
+#include "ui/control.h"
+
+class TabControl : public Control {
+public:
+    TabControl() : Control(WC_TABCONTROLW) {}
+
+    // Answers the tab's index, -1 on failure.
+    int InsertTab(int index, const wchar_t* text);
+    int GetCount() const;
+    // -1 when no tab is selected.
+    int GetSelection() const;
+    // Selects without a notification. Answers the index before.
+    int SetSelection(int index);
+    int GetRowCount() const;
+    // The place of the tab itself, client coordinates of the strip.
+    bool GetTabRect(int index, RECT* rect) const;
+    // The height that shows all tabs and nothing of a page: (row height x rows) + 2 logical pixels, in device pixels.
+    int GetStripHeight() const;
+};
