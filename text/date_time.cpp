@@ -106,7 +106,8 @@ FILETIME DateTime::ToFileTime() const noexcept {
 double DateTime::ToVariantTime() const noexcept {
     SYSTEMTIME time = ToSystemTime();
     double days = 0;
-    return SystemTimeToVariantTime(&time, &days) ? days : 0;
+    // Fields of 0 would pass as a day of the year 1999.
+    return time.wYear != 0 && SystemTimeToVariantTime(&time, &days) ? days : 0;
 }
 
 void DateTime::ToPicker(HWND picker, bool valid) const noexcept {

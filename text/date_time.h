@@ -35,7 +35,8 @@ public:
 
     // 0 ticks.
     DateTime() noexcept = default;
-    // The local time `time`; 0 ticks when its fields name no date.
+    // The local time `time`; 0 ticks when its fields name no date. (The system decides: Wine takes 30 February for a
+    // day of March.)
     explicit DateTime(const SYSTEMTIME& time) noexcept;
     DateTime(uint32_t low, uint32_t high) noexcept;
     explicit DateTime(const FILETIME& time) noexcept;
