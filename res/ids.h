@@ -4,10 +4,6 @@
 // use the same number; each has a name of its own for it. Numbers of our own choice start at 20000.
 #pragma once
 
-// ---- Program, fixed ----
-#define IDI_JOURNAL 103
-#define IDR_ACCELERATORS 203
-
 // ---- Strings, fixed ----
 #define IDS_VERSION 105
 #define IDS_BUILD 106
