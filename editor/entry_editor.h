@@ -3,11 +3,17 @@
 
 #include <win.h>
 
-class DbJournal;
-class SelectionMemory;
-class Window;
+#include <memory>
 
-class EntryEditor {
+#include "editor/entry_form.h"
+#include "editor/field_editor.h"
+#include "editor/key_watch.h"
+
+class SelectionMemory;
+
+// Selecting a row opens its editor in the row; what it holds is taken when it closes. Closing the screen is OK: nothing
+// typed is lost. Only OK writes, and only when something was changed.
+class EntryEditor : public EntryForm, private KeyListener {
 public:
     // Edits the selection's current entry (0: a new one) in a full-screen modal dialog over `owner` and returns when
     // the user has closed it. `editField` is the field id (101-111) whose row is selected first; 0 or an unknown id
@@ -15,4 +21,62 @@ public:
     // under is the selection's current entry; a write that failed leaves 0 there. The caller refills its list. Returns
     // IDOK, or -1 when the screen could not be made (nothing is written then).
     static INT_PTR Run(Window& owner, DbJournal& journal, SelectionMemory& selection, unsigned short editField);
+
+    // Edits a new entry with the values of a Pocket Outlook item; it is saved even when the user changes nothing. `id`
+    // receives the entry's object id.
+    static INT_PTR Run(Window& owner, DbJournal& journal, const PimData& item, CEOID& id);
+
+private:
+    friend class Dialog;  // begins and ends the procedure's live object
+
+    // Private messages of this screen; no parameters unless told.
+    enum : UINT {
+        kEnterEditor = WM_APP + 1,  // go into the open editor, once the list has done with the tap that opened it
+        kGoToPage,                  // wParam: the Page; once the editor that asks for it is out of the way
+    };
+
+    explicit EntryEditor(DbJournal& journal) : EntryForm(journal) {}
+    INT_PTR RunModal(Window& owner, const FormRecord& record);
+
+    static INT_PTR CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) noexcept;
+    static EntryEditor* live_;
+
+    // ---- Messages (entry_editor.cpp) ----
+    INT_PTR OnInitDialog(void* record);
+    INT_PTR OnCommand(WORD code, WORD id);
+    INT_PTR OnBodyCommand(int id);
+    INT_PTR OnBodyNotification(WORD code);
+    INT_PTR OnNotify(const NMHDR& header);
+    INT_PTR OnListNotify(const NMHDR& header);
+    INT_PTR OnSize();
+    INT_PTR OnInitMenuPopup(HMENU menu);
+    INT_PTR OnOk();
+
+    // ---- Fields (entry_editor_fields.cpp) ----
+    void OnRowChanged(const NMLISTVIEW& change);
+    void OnFieldEvent(FieldEvent event);
+    void OpenEditor(int row);
+    void CloseEditor();
+    void PlaceEditor();
+    void EnterEditor();
+    void TakeEntered();
+    void MoveRow(int step);
+    bool WantsKey(HWND control, UINT key) const override;
+    void OnKey(HWND control, UINT key) override;
+    bool IsEditorControl(HWND control) const;
+
+    // ---- Pages (entry_editor_pages.cpp) ----
+    void GoToPage(Page page);
+    void ShowEntryPage();
+    void ShowNotePage();
+    void UseMenuBar(UINT resource);
+    void CheckZoom(int item);
+    void ShowViewMode();
+    void OnZoom(int item);
+    void OnViewMode();
+    bool StoreBody();
+    void ShowLimitReached();
+
+    std::unique_ptr<FieldEditor> editor_;  // of the current field; null when none is open
+    bool bodyChanged_ = false;             // since it was loaded
 };

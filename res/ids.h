@@ -74,3 +74,39 @@
 #define IDS_DELETE 20027
 #define IDS_EXPORT_SELECTED 20028
 #define IDS_NO_ENTRIES 20029
+
+// ---- Empty full-screen frame, shared by screens that make their controls themselves; fixed ----
+#define IDD_FRAME 151
+
+// ---- Entry editor ----
+// Fixed.
+#define IDR_EDITOR_ENTRY_BAR 105
+#define IDR_EDITOR_NOTE_BAR 106
+#define IDC_EDITOR_FIELDS 102
+#define IDC_EDITOR_BODY 103
+#define IDM_ZOOM_75 2000
+#define IDM_ZOOM_100 2001
+#define IDM_ZOOM_150 2002
+#define IDM_ZOOM_200 2003
+#define IDM_ZOOM_300 2004
+#define IDM_TIME_STAMP 40007
+#define IDM_UNDO 40012
+#define IDM_REDO 40013
+#define IDM_DATE_STAMP 40021
+#define IDM_VIEW_MODE 40027
+#define IDM_CUT 40039
+#define IDM_COPY 40040
+#define IDM_PASTE 40041
+#define IDM_SELECT_ALL 40042
+// Our own.
+#define IDC_EDITOR_TABS 20100
+#define IDC_EDITOR_FIELD 20101
+#define IDC_EDITOR_FIELD_TIME 20102
+#define IDM_EDIT_MENU 20110
+#define IDM_ZOOM_MENU 20111
+#define IDB_EDITOR_BAR 20120
+#define IDS_ENTRY_PAGE 20130
+#define IDS_NOTE_PAGE 20131
+#define IDS_ZOOM_MENU 20132
+#define IDS_NOTE_LIMIT_TITLE 20133
+#define IDS_EDIT_MENU 20134

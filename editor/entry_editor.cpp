@@ -1,0 +1,152 @@
+#include "editor/entry_editor.h"
+
+#include "aygshell.h"
+#include "data/field_ids.h"
+#include "list/selection_memory.h"
+#include "res/ids.h"
+#include "ui/application.h"
+
+EntryEditor* EntryEditor::live_ = nullptr;
+
+INT_PTR EntryEditor::Run(Window& owner, DbJournal& journal, SelectionMemory& selection, unsigned short editField) {
+    const EntryRow row(selection.Current(), editField);
+    EntryEditor editor(journal);
+    const INT_PTR result = editor.RunModal(owner, row);
+    if (result != -1) selection.SetCurrent(editor.Id());
+    return result;
+}
+
+INT_PTR EntryEditor::Run(Window& owner, DbJournal& journal, const PimData& item, CEOID& id) {
+    EntryEditor editor(journal);
+    const INT_PTR result = editor.RunModal(owner, item);
+    id = editor.Id();
+    return result;
+}
+
+INT_PTR EntryEditor::RunModal(Window& owner, const FormRecord& record) {
+    DialogParams params(this, const_cast<FormRecord*>(&record));
+    return DoModal(Application::Current()->GetInstance(), IDD_FRAME, owner.GetHandle(), Procedure, &params);
+}
+
+INT_PTR CALLBACK EntryEditor::Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) noexcept {
+    if (message == WM_INITDIALOG) return Begin(hwnd, lparam, live_);
+    if (!live_) return FALSE;
+    switch (message) {
+        case WM_COMMAND: return live_->OnCommand(HIWORD(wparam), LOWORD(wparam));
+        case WM_NOTIFY: return live_->OnNotify(*reinterpret_cast<const NMHDR*>(lparam));
+        case WM_DRAWITEM: return live_->list_.Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lparam)), TRUE;
+        case WM_MEASUREITEM: return live_->list_.Measure(*reinterpret_cast<MEASUREITEMSTRUCT*>(lparam)), TRUE;
+        case WM_INITMENUPOPUP: return live_->OnInitMenuPopup(reinterpret_cast<HMENU>(wparam));
+        case WM_SIZE: return live_->OnSize();
+        case WM_SETTINGCHANGE: return live_->HandleSettingChange(wparam, lparam);
+        case WM_CLOSE: return live_->OnOk();
+        case kEnterEditor: return live_->EnterEditor(), TRUE;
+        case kGoToPage: return live_->GoToPage(static_cast<Page>(wparam)), TRUE;
+        case WM_NCDESTROY: return End(live_);
+        default: return FALSE;
+    }
+}
+
+INT_PTR EntryEditor::OnInitDialog(void* record) {
+    UseMenuBar(IDR_EDITOR_ENTRY_BAR);
+    if (!Build(*static_cast<const FormRecord*>(record))) {
+        EndDialog(GetHandle(), -1);
+        return FALSE;
+    }
+    for (const HWND control : {tabs_.GetHandle(), list_.GetHandle(), body_.GetHandle()})
+        WatchKeys(control, *this);
+    list_.SetFocus();
+    list_.Select(StartRow());
+    PostMessage(kEnterEditor);
+    return FALSE;  // the focus is where it shall be
+}
+
+INT_PTR EntryEditor::OnCommand(WORD code, WORD id) {
+    switch (id) {
+        case IDOK:
+        case IDCANCEL: return OnOk();
+        case IDM_ZOOM_75:
+        case IDM_ZOOM_100:
+        case IDM_ZOOM_150:
+        case IDM_ZOOM_200:
+        case IDM_ZOOM_300: return OnZoom(id - IDM_ZOOM_75), TRUE;
+        case IDM_TIME_STAMP:
+        case IDM_DATE_STAMP:
+        case IDM_VIEW_MODE: return OnBodyCommand(id);
+        case IDC_EDITOR_FIELD: return OnFieldEvent(editor_ ? editor_->OnCommand(code) : FieldEvent::kNone), TRUE;
+        case IDC_EDITOR_BODY: return OnBodyNotification(code);
+        default: return OnBodyCommand(id);
+    }
+}
+
+INT_PTR EntryEditor::OnBodyCommand(int id) {
+    switch (id) {
+        case IDM_TIME_STAMP: body_.InsertStamp(TimeStamp()); break;
+        case IDM_DATE_STAMP: body_.InsertStamp(DateTimeStamp()); break;
+        case IDM_VIEW_MODE: OnViewMode(); break;
+        default:
+            if (!body_.RunCommand(id)) return FALSE;
+            break;
+    }
+    body_.SetFocus();
+    return TRUE;
+}
+
+INT_PTR EntryEditor::OnBodyNotification(WORD code) {
+    switch (code) {
+        case EN_CHANGE: return bodyChanged_ = modified_ = true;
+        case EN_MAXTEXT: return ShowLimitReached(), TRUE;
+        default: return FALSE;
+    }
+}
+
+INT_PTR EntryEditor::OnNotify(const NMHDR& header) {
+    switch (header.idFrom) {
+        case IDC_EDITOR_FIELDS: return OnListNotify(header);
+        case IDC_EDITOR_TABS:
+            if (header.code == TCN_SELCHANGE) GoToPage(static_cast<Page>(tabs_.GetSelection()));
+            return FALSE;
+        case IDC_EDITOR_FIELD:
+        case IDC_EDITOR_FIELD_TIME:
+            if (editor_) OnFieldEvent(editor_->OnNotify(header));
+            return FALSE;
+        default: return FALSE;
+    }
+}
+
+INT_PTR EntryEditor::OnListNotify(const NMHDR& header) {
+    switch (header.code) {
+        case LVN_ITEMCHANGED: OnRowChanged(reinterpret_cast<const NMLISTVIEW&>(header)); break;
+        case LVN_ENDSCROLL: PlaceEditor(); break;
+        case NM_CLICK: PostMessage(kEnterEditor); break;
+        case NM_SETFOCUS:
+        case NM_KILLFOCUS: list_.Invalidate(nullptr, false); break;
+        default: break;
+    }
+    return FALSE;
+}
+
+INT_PTR EntryEditor::OnSize() {
+    Layout();
+    PlaceEditor();
+    return TRUE;
+}
+
+INT_PTR EntryEditor::OnInitMenuPopup(HMENU menu) {
+    for (const int command : {IDM_UNDO, IDM_REDO, IDM_CUT, IDM_COPY, IDM_PASTE, IDM_SELECT_ALL}) {
+        EnableMenuItem(menu, static_cast<UINT>(command), body_.CanRun(command) ? MF_ENABLED : MF_GRAYED);
+    }
+    return FALSE;
+}
+
+INT_PTR EntryEditor::OnOk() {
+    if (page_ == kNotePage && !StoreBody()) return TRUE;
+    if (modified_) {
+        TakeEntered();
+        id_ = journal_.Write(id_, &fields_);
+        if (id_) journal_.SetFlags(id_, kRecordFlagsWritten);
+    }
+    editor_.reset();
+    EndDialog(GetHandle(), IDOK);
+    return TRUE;
+}

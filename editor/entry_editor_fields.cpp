@@ -1,0 +1,129 @@
+// The entry editor's rows: which editor is open, when its value is taken, and the keys that move between rows.
+#include "data/field_ids.h"
+#include "editor/entry_editor.h"
+#include "res/ids.h"
+
+namespace {
+
+bool IsKeyDown(int key) {
+    return GetKeyState(key) < 0;
+}
+
+// An editor whose list hangs open wants its keys for itself.
+bool IsDroppedDown(HWND control, HWND form) {
+    const auto dropped = [](HWND combo) { return SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0) != 0; };
+    const HWND parent = GetParent(control);
+    return dropped(control) || (parent != form && dropped(parent));
+}
+
+// A line of text, where up and down mean nothing.
+bool IsPlainEdit(HWND control, HWND form) {
+    return GetParent(control) == form && (SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0;
+}
+
+}  // namespace
+
+void EntryEditor::OnRowChanged(const NMLISTVIEW& change) {
+    if (((change.uNewState ^ change.uOldState) & LVIS_SELECTED) == 0) return;
+    if ((change.uNewState & LVIS_SELECTED) == 0) {
+        CloseEditor();
+        return;
+    }
+    OpenEditor(change.iItem);
+    if (IsKeyDown(VK_LBUTTON)) PostMessage(kEnterEditor);
+}
+
+void EntryEditor::OpenEditor(int row) {
+    CloseEditor();
+    DbJItem* field = FieldOfRow(row);
+    if (!field) return;
+    FieldEditorSite site;
+    site.form = GetHandle();
+    site.keys = this;
+    site.launch = [this](DbJItem& launched) {
+        if (launched.GetPropID() == kPropBody) PostMessage(kGoToPage, kNotePage);
+    };
+    editor_ = MakeFieldEditor(*field, site);
+    PlaceEditor();
+}
+
+void EntryEditor::CloseEditor() {
+    if (!editor_) return;
+    TakeEntered();
+    if (IsEditorControl(::GetFocus())) list_.SetFocus();
+    editor_.reset();
+}
+
+void EntryEditor::PlaceEditor() {
+    if (!editor_) return;
+    RECT cell = {};
+    RECT list = {};
+    list_.GetClientRect(&list);
+    if (!list_.GetValueRect(editor_->Field().GetLoc(), &cell) || cell.top < 0 || cell.bottom > list.bottom) cell = {};
+    editor_->Place(cell);
+}
+
+void EntryEditor::EnterEditor() {
+    if (!editor_ || page_ != kEntryPage) return;
+    list_.EnsureVisible(editor_->Field().GetLoc(), false);
+    PlaceEditor();
+    editor_->Enter();
+}
+
+void EntryEditor::OnFieldEvent(FieldEvent event) {
+    if (event == FieldEvent::kNone) return;
+    modified_ = true;
+    if (event == FieldEvent::kDone) TakeEntered();
+}
+
+void EntryEditor::TakeEntered() {
+    if (!editor_ || !editor_->Commit()) return;
+    modified_ = true;
+    ShowField(editor_->Field());
+}
+
+void EntryEditor::MoveRow(int step) {
+    const int row = list_.Selected() + step;
+    if (!FieldOfRow(row)) return;
+    list_.Select(row);
+    if (editor_ && editor_->IsInPlace()) {
+        EnterEditor();
+    } else {
+        list_.SetFocus();
+    }
+}
+
+bool EntryEditor::IsEditorControl(HWND control) const {
+    if (!control || control == list_.GetHandle() || control == body_.GetHandle() || control == tabs_.GetHandle()) {
+        return false;
+    }
+    return IsChild(GetHandle(), control) &&
+           (GetDlgCtrlID(control) == IDC_EDITOR_FIELD || GetDlgCtrlID(control) == IDC_EDITOR_FIELD_TIME ||
+            GetDlgCtrlID(::GetParent(control)) == IDC_EDITOR_FIELD);
+}
+
+bool EntryEditor::WantsKey(HWND control, UINT key) const {
+    if (key == VK_TAB || key == VK_NEXT || key == VK_PRIOR) return IsKeyDown(VK_CONTROL);
+    if (control == list_.GetHandle()) return key == VK_RETURN || key == VK_F2;
+    if (!IsEditorControl(control)) return false;
+    if (key == VK_RETURN) return !IsDroppedDown(control, GetHandle());
+    return (key == VK_UP || key == VK_DOWN) && IsPlainEdit(control, GetHandle());
+}
+
+void EntryEditor::OnKey(HWND control, UINT key) {
+    switch (key) {
+        case VK_TAB: GoToPage(page_ == kEntryPage ? kNotePage : kEntryPage); break;
+        case VK_PRIOR: GoToPage(kEntryPage); break;
+        case VK_NEXT: GoToPage(kNotePage); break;
+        case VK_UP: MoveRow(-1); break;
+        case VK_DOWN: MoveRow(1); break;
+        default:
+            if (control == list_.GetHandle()) {
+                EnterEditor();
+            } else {
+                TakeEntered();
+                list_.SetFocus();
+            }
+            break;
+    }
+}

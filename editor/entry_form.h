@@ -1,0 +1,57 @@
+// The form in which one journal entry is shown: its fields as rows of a list, its body on a second page.
+#pragma once
+
+#include <memory>
+
+#include "data/db_journal.h"
+#include "editor/field_controls.h"
+#include "editor/field_list.h"
+#include "editor/form_record.h"
+#include "editor/note_body.h"
+#include "ui/dialog.h"
+#include "ui/tab_control.h"
+
+// The rows are whatever fields the journal defines, in its order. What the user does with them is the derived class's.
+class EntryForm : public Dialog {
+public:
+    // The object id of the entry; 0 for a new one that is not written.
+    CEOID Id() const { return id_; }
+
+protected:
+    enum Page { kEntryPage = 0, kNotePage = 1 };  // indexes of the tabs
+
+    explicit EntryForm(DbJournal& journal) : journal_(journal) {}
+
+    // Makes the controls, reads the entry and fills the rows; no row is selected yet. False when the controls cannot be
+    // made.
+    bool Build(const FormRecord& record);
+    // Fits tab strip and pages into the window.
+    void Layout();
+
+    // The field of a row; null when there is none.
+    DbJItem* FieldOfRow(int row);
+    // The row to select first.
+    int StartRow() const { return startRow_; }
+    // Shows the field's text, or what stands for an empty one, in its row.
+    void ShowField(const DbJItem& field);
+
+    DbJournal& journal_;
+    Page page_ = kEntryPage;  // the one that is shown
+    CEOID id_ = 0;
+    TSList<DbJItem> fields_;
+    DbJItem* bodyField_ = nullptr;  // null when the journal defines none
+    bool modified_ = false;         // something was changed: OK writes the entry
+
+    TabControl tabs_;
+    FieldList list_;
+    NoteBody body_;
+
+private:
+    bool MakeControls();
+    void FillRows(const PimData* pim, WORD startField);
+    std::wstring LoadBody(DbJItem& field);
+
+    std::unique_ptr<HiddenLabel> listLabel_;
+    std::unique_ptr<HiddenLabel> bodyLabel_;
+    int startRow_ = 0;
+};

@@ -1,0 +1,28 @@
+// What the controls of all field editors have in common.
+#pragma once
+
+#include "editor/field_editor.h"
+#include "ui/control.h"
+#include "ui/static_text.h"
+
+// A caption that nobody sees, just before a control in the order of the form: screen readers read it as the control's
+// name.
+class HiddenLabel {
+public:
+    HiddenLabel(HWND form, const wchar_t* caption);
+    ~HiddenLabel() { text_.Destroy(); }
+    HiddenLabel(const HiddenLabel&) = delete;
+    HiddenLabel& operator=(const HiddenLabel&) = delete;
+
+    HWND Handle() const { return text_.GetHandle(); }
+
+private:
+    StaticText text_;
+};
+
+// Puts the windows before all others in the form's order, in the order given: over the list, and first for Tab.
+void RaiseInOrder(std::initializer_list<HWND> windows);
+
+// Puts a control into a cell of a row: its whole width, its own height or the cell's, in the middle. An empty cell
+// hides it. `ownHeight`: the control decides how high it is (drop-down lists do).
+void PlaceInCell(Window& control, const RECT& cell, bool ownHeight);
