@@ -1,5 +1,7 @@
 #include "ui/application.h"
 
+#include <aygshell.h>
+
 #include <cassert>
 #include <utility>
 
@@ -26,6 +28,7 @@ bool Application::InitInstance(HINSTANCE instance, int /*showFlag*/) {
 }
 
 bool Application::InitCommonControls() {
+    SHInitExtraControls();  // a program that uses none of them starts without them, too
     INITCOMMONCONTROLSEX classes = {};
     classes.dwSize = sizeof(classes);
     classes.dwICC = ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_TAB_CLASSES | ICC_DATE_CLASSES | ICC_COOL_CLASSES;

@@ -27,8 +27,8 @@ public:
     // Keeps the instance and answers true: go on to Run. Derived classes do the rest of the start, and answer false to
     // end the program.
     virtual bool InitInstance(HINSTANCE instance, int showFlag);
-    // Registers the classes of the common controls that screens are made of: list view, bars, tab, date, cool bar.
-    // False when that fails.
+    // Registers the classes of controls that screens are made of: the shell's, and list view, bars, tab, date and cool
+    // bar. False when the latter fail.
     virtual bool InitCommonControls();
     // On: one more request for the wait cursor, which is shown. Off: one request less; no cursor is shown, however many
     // requests are left, and the system sets the right one at the next move. An off too many counts below 0.

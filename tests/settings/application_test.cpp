@@ -1,6 +1,7 @@
 // The application object: its settings key, the busy counter, the classes it registers, and the message loop.
 #include "ui/application.h"
 
+#include <aygshell.h>
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -58,10 +59,12 @@ TEST_F(ApplicationTest, KeepsTheInstance) {
 TEST_F(ApplicationTest, RegistersTheCommonControls) {
     Application application(kPath);
     EXPECT_TRUE(application.InitCommonControls());
-    for (const wchar_t* name :
-         {WC_LISTVIEWW, TOOLBARCLASSNAMEW, WC_TABCONTROLW, DATETIMEPICK_CLASSW, MONTHCAL_CLASSW, REBARCLASSNAMEW}) {
+    EXPECT_TRUE(application.InitCommonControls());  // once more does no harm
+    for (const wchar_t* name : {WC_LISTVIEWW, TOOLBARCLASSNAMEW, WC_TABCONTROLW, DATETIMEPICK_CLASSW, MONTHCAL_CLASSW,
+                                REBARCLASSNAMEW, WC_CAPEDITW}) {
         WNDCLASSW found = {};
-        EXPECT_TRUE(GetClassInfoW(nullptr, name, &found)) << testing::PrintToString(std::wstring(name));
+        EXPECT_TRUE(GetClassInfoW(GetModuleHandleW(nullptr), name, &found))
+            << testing::PrintToString(std::wstring(name));
     }
 }
 
@@ -76,6 +79,8 @@ TEST_F(ApplicationTest, RegistersTheWindowClassOnce) {
     EXPECT_EQ(found.cbClsExtra, 0);
     EXPECT_EQ(found.cbWndExtra, 0);
     EXPECT_EQ(found.hInstance, instance);
+    EXPECT_NE(found.hIcon, nullptr);
+    EXPECT_EQ(found.hIcon, LoadIconW(instance, MAKEINTRESOURCEW(IDI_JOURNAL)));
     EXPECT_EQ(found.hCursor, nullptr);
     EXPECT_EQ(found.hbrBackground, static_cast<HBRUSH>(GetStockObject(1)));
     EXPECT_EQ(found.lpszMenuName, nullptr);
