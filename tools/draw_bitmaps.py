@@ -20,7 +20,7 @@ COLOURS = {
     "d": (0xA8, 0x76, 0x14),  # dark yellow
     "g": (0x59, 0x63, 0x6E),  # grey
     ".": (0xC0, 0xC0, 0xC0),  # transparent in menu bar pictures
-    " ": (0xFF, 0xFF, 0xFF),  # transparent in the arrow and the check
+    "_": (0xFF, 0xFF, 0xFF),  # transparent in the arrow and the check
 }
 
 FIND = """
@@ -121,33 +121,33 @@ b..bb...bb..bb..
 BLANK = "\n".join(["." * 16] * 16)
 
 ARROW = """
-            
-            
-            
-            
-  gggggggg  
-   gggggg   
-    gggg    
-     gg     
-            
-            
-            
-            
+____________
+____________
+____________
+____________
+__gggggggg__
+___gggggg___
+____gggg____
+_____gg_____
+____________
+____________
+____________
+____________
 """
 
 CHECK = """
-            
-            
-          k 
-         kk 
-        kkk 
- k     kkk  
- kk   kkk   
- kkk kkk    
-  kkkkk     
-   kkk      
-    k       
-            
+____________
+____________
+__________k_
+_________kk_
+________kkk_
+_k_____kkk__
+_kk___kkk___
+_kkk_kkk____
+__kkkkk_____
+___kkk______
+____k_______
+____________
 """
 
 # Menu background: a paper tone with a faint weave.

@@ -1,0 +1,64 @@
+#include "app/journal_app.h"
+
+#include <aygshell.h>
+#include <inkx.h>
+#include <px.h>
+#include <richink.h>
+
+#include "app/main_window.h"
+#include "res/ids.h"
+
+namespace {
+
+// Whether the journal runs already; its window, or the screen open over it, is brought forward then.
+bool BringRunningForward(const wchar_t* className, const wchar_t* title) {
+    if (FindWindowW(className, title) == nullptr) return false;
+    const HWND running = FindWindowW(className, title);
+    if (IsIconic(running)) ShowWindowAsync(running, SW_RESTORE);
+    SetForegroundWindow(GetLastActivePopup(running));
+    return true;
+}
+
+}  // namespace
+
+JournalApp::JournalApp(DbJournal& journal, SelectionMemory& selection, FilterSettings& filter)
+    : Application(kSettings), journal_(journal), selection_(selection), filter_(filter) {}
+
+bool JournalApp::InitInstance(HINSTANCE instance, int showFlag) {
+    wchar_t className[100] = L"";
+    wchar_t title[100] = L"";
+    LoadStringW(instance, IDS_APP_CLASS, className, 100);
+    LoadStringW(instance, IDS_APP_TITLE, title, 100);
+    if (BringRunningForward(className, title)) return false;
+
+    if (!InitCommonControls()) return false;
+    InitInkX();
+    InitRichInkDLL();
+    if (!RegisterWindowClass(instance, className, MainWindow::Procedure)) return false;
+    Application::InitInstance(instance, showFlag);
+
+    if (!CreateMainWindow(className, title)) return false;
+
+    // The password is asked for here, when there is one: after the window is made, before anything of it is shown.
+
+    GetMainWindow()->Show(showFlag);
+    GetMainWindow()->Update();
+    return true;
+}
+
+bool JournalApp::CreateMainWindow(const wchar_t* className, const wchar_t* title) {
+    SIPINFO panel = {};
+    panel.cbSize = sizeof(panel);
+    if (!SHSipInfo(SPI_GETSIPINFO, 0, &panel, 0)) return false;
+    const RECT& desktop = panel.rcVisibleDesktop;
+    SIZE size = {desktop.right - desktop.left, desktop.bottom - desktop.top};
+    if ((panel.fdwFlags & SIPF_ON) == 0) size.cy -= Px(kMenuBarHeight);
+    DWORD style = WS_VISIBLE;
+    SHScreenWindow(&style, &size);
+
+    auto window = std::make_unique<MainWindow>(journal_, selection_, filter_);
+    MainWindow* made = window.get();
+    SetMainWindow(std::move(window));
+    return made->Create(className, title, style, CW_USEDEFAULT, CW_USEDEFAULT, size.cx, size.cy, nullptr, nullptr,
+                        GetInstance(), made);
+}

@@ -1,0 +1,74 @@
+// The program's one top-level window: the menu bar, the button bar and the list of entries. It turns commands into
+// calls on the screens.
+//
+// Messages are routed in main_window.cpp, commands are carried out in main_window_commands.cpp, the menus opened and
+// drawn in main_window_menu.cpp.
+#pragma once
+
+#include <memory>
+
+#include "list/button_bar.h"
+#include "list/entry_list.h"
+#include "ui/frame_window.h"
+
+class ContextMenu;
+struct NMNEWMENU;
+struct NMRGINFO;
+
+class MainWindow : public FrameWindow {
+public:
+    // Sent by screens that change much: 1 shows the wait cursor, 2 hides it and rebuilds the list.
+    static constexpr UINT kBusyMessage = 1125;
+    // Sent by the shell when memory is short: the program closes.
+    static constexpr UINT kHibernate = 1023;
+
+    // All three must outlive the object.
+    MainWindow(DbJournal& journal, SelectionMemory& selection, FilterSettings& filter);
+    ~MainWindow() override;
+
+    // The window class's procedure. The window is created with its object as creation parameter; one at a time.
+    static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) noexcept;
+
+    EntryList& List() { return list_; }
+    ButtonBar& Bar() { return bar_; }
+
+private:
+    // ---- Messages ----
+    LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam);
+    LRESULT OnCreate();
+    LRESULT OnClose();
+    LRESULT OnDestroy();
+    LRESULT OnSettingChange(WPARAM wparam, LPARAM lparam);
+    LRESULT OnNotify(NMHDR* header);
+    LRESULT OnBusyMessage(WPARAM what);
+    bool MakeControls();
+    RECT ListPlace() const;
+
+    // ---- Commands ----
+    LRESULT OnCommand(WORD notification, WORD id);
+    void OnCommandId(WORD id);
+    void NewEntry();
+    void EditCurrent();
+    void RunEditor();
+    void SortByField(WORD field);
+    void SortDescending(bool descending);
+    void SetSortOrder(const SORTORDERSPEC& order);
+    void CopySelected();
+    void DeleteSelected();
+    bool MayDelete();
+
+    // ---- Menus ----
+    LRESULT OnNewMenu(NMNEWMENU* query);
+    LRESULT OnContextMenu(const NMRGINFO& gesture);
+
+    static MainWindow* live_;
+
+    ButtonBar bar_;
+    EntryList list_;
+    std::unique_ptr<ContextMenu> contextMenu_;  // there while it is open
+
+    DbJournal& journal_;
+    SelectionMemory& selection_;
+    FilterSettings& filter_;
+    bool comInitialised_ = false;
+};

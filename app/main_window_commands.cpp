@@ -1,0 +1,129 @@
+// What the main window's commands do.
+#include "app/about.h"
+#include "app/main_window.h"
+#include "data/db_journal.h"
+#include "data/sort_key.h"
+#include "editor/entry_editor.h"
+#include "res/ids.h"
+#include "ui/application.h"
+#include "ui/resource_text.h"
+
+#include <aygshell.h>
+
+namespace {
+
+class BusyScope {
+public:
+    BusyScope() { Application::Current()->SetBusy(true); }
+    ~BusyScope() { Application::Current()->SetBusy(false); }
+    BusyScope(const BusyScope&) = delete;
+    BusyScope& operator=(const BusyScope&) = delete;
+};
+
+}  // namespace
+
+LRESULT MainWindow::OnCommand(WORD notification, WORD id) {
+    switch (notification) {
+        case kNotifySortField: SortByField(id); return 0;
+        case kNotifySortDescending: SortDescending(id != 0); return 0;
+        case kNotifyRefresh: list_.RefreshList(); break;
+        default: break;
+    }
+    OnCommandId(id);
+    return 0;
+}
+
+void MainWindow::OnCommandId(WORD id) {
+    switch (id) {
+        case IDM_SHAREDNEW:
+        case IDM_NEW_ENTRY: NewEntry(); break;
+        case IDM_OPEN_ENTRY:  // a tap opens the editor as long as there is no screen that only shows the entry
+        case IDM_EDIT_ENTRY: EditCurrent(); break;
+        case IDM_COPY_ENTRIES: CopySelected(); break;
+        case IDM_DELETE_ENTRIES: DeleteSelected(); break;
+        case IDM_SHOW_ALL: list_.RefreshList(); break;
+        case IDM_ABOUT: RunAbout(*this); break;
+        default: break;
+    }
+}
+
+// ---- Editing ----
+
+void MainWindow::NewEntry() {
+    selection_.SetCurrent(0);
+    RunEditor();
+}
+
+void MainWindow::EditCurrent() {
+    if (selection_.Current() != 0) RunEditor();
+}
+
+void MainWindow::RunEditor() {
+    EntryEditor::Run(*this, journal_, selection_, 0);
+    list_.RefreshList();
+}
+
+// ---- Sorting ----
+
+void MainWindow::SortByField(WORD field) {
+    SORTORDERSPEC now[CEDB_MAXSORTORDER] = {};
+    journal_.GetSortOrders(now);
+    SORTORDERSPEC order = SortKeyForField(field);
+    order.dwFlags |= now[0].dwFlags & CEDB_SORT_DESCENDING;
+    SetSortOrder(order);
+}
+
+void MainWindow::SortDescending(bool descending) {
+    SORTORDERSPEC now[CEDB_MAXSORTORDER] = {};
+    journal_.GetSortOrders(now);
+    SORTORDERSPEC order = now[0];
+    order.dwFlags = descending ? order.dwFlags | CEDB_SORT_DESCENDING : order.dwFlags & ~DWORD{CEDB_SORT_DESCENDING};
+    SetSortOrder(order);
+}
+
+void MainWindow::SetSortOrder(const SORTORDERSPEC& order) {
+    {
+        const BusyScope busy;
+        journal_.SetSortOrder(&order, 1);
+    }
+    list_.RefreshList();
+}
+
+// ---- Copy and delete ----
+
+void MainWindow::CopySelected() {
+    for (const CEOID id : selection_.Ids()) {
+        if (journal_.SeekToOid(id) == 0) continue;
+        WORD count = 0;
+        BYTE* buffer = nullptr;
+        if (journal_.ReadRecordProps(&count, nullptr, &buffer) != 0 && count > 0) {
+            journal_.WriteRecordProps(0, count, reinterpret_cast<CEPROPVAL*>(buffer));
+        }
+        LocalFree(buffer);
+    }
+    list_.RefreshList();
+}
+
+void MainWindow::DeleteSelected() {
+    if (selection_.Ids().empty()) return;
+    if (!MayDelete()) {
+        list_.ForgetHasCurrent();
+        return;
+    }
+    const std::vector<CEOID> doomed = selection_.Ids();
+    for (const CEOID id : doomed) {
+        journal_.DeleteRecord(id);
+        selection_.Remove(id);
+    }
+    list_.RefreshList();
+    list_.ForgetHasCurrent();
+}
+
+bool MainWindow::MayDelete() {
+    const std::wstring yes = LoadText(IDS_YES);
+    std::wstring confirm;
+    Application::Current()->ReadString(LoadText(IDS_OPTIONS), LoadText(IDS_OPTION_CONFIRM_DELETES), yes, confirm);
+    if (_wcsicmp(confirm.c_str(), yes.c_str()) != 0) return true;
+    return MessageBox(LoadText(IDS_DELETE_RECORD).c_str(), LoadText(IDS_CONFIRM).c_str(),
+                      MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
+}

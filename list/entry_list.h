@@ -1,0 +1,72 @@
+// The main window's list of journal entries: a virtual view of the store in the store's own order.
+//
+// The control holds no rows. What it is about to draw is fetched through a small cache; what is selected is remembered
+// by object id, so that it survives every rebuild.
+#pragma once
+
+#include "list/row_cache.h"
+#include "list/selection_memory.h"
+#include "list/store_rows.h"
+#include "ui/list_view.h"
+
+class DbJournal;
+struct FilterSettings;
+
+class EntryList : public ListView {
+public:
+    // All three must outlive the object. The filter's passed count is written by RefreshList.
+    EntryList(DbJournal& journal, SelectionMemory& selection, FilterSettings& filter);
+
+    // Creates the control (IDC_ENTRY_LIST), hidden and empty, in `place` of the parent's client area, with its columns.
+    // The parent gets the commands that taps send. False when it cannot be made.
+    bool CreateIn(HWND parent, const RECT& place);
+
+    // Empties the list, counts the entries anew and selects what the selection memory holds; the current entry ends
+    // focused and visible. Whoever changes the store or the filter ends with this. Without a current entry nothing is
+    // selected at the end, whatever the memory held.
+    void RefreshList();
+    // Selects, focuses and shows the row of that entry and makes it the current one. When it has no row (0 never has),
+    // nothing is selected afterwards and there is no current entry.
+    void SelectEntry(CEOID id);
+    // Forgets what is selected; the control's own states stay.
+    void ClearSelection();
+    // The first row that is both focused and selected, or -1; `id` receives its entry, or 0.
+    int GetFocusedEntry(CEOID* id);
+    // Whether the last SelectEntry found its row, until this is taken back.
+    bool HasCurrent() const { return hasCurrent_; }
+    void ForgetHasCurrent() { hasCurrent_ = false; }
+
+    // The entry's row is drawn from the store again.
+    void RefreshRow(CEOID id);
+
+    // Lays the list out in its new place: columns fitted, the focused row in view.
+    void Place(const RECT& place);
+
+    // Answers WM_NOTIFY from the list and from its header; 0 for what it does not know.
+    LRESULT OnNotify(NMHDR* header);
+
+private:
+    static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) noexcept;
+    bool OnStylusDown(POINT point);
+
+    void FitColumns();
+    void SelectRow(int row);
+    void SendCommand(WORD id);
+
+    void OnGetDispInfo(NMLVDISPINFOW* info);
+    void OnItemChanged(const NMLISTVIEW& change);
+    void OnRangeChanged(const NMLVODSTATECHANGE& change);
+    void RememberRows(LONG from, LONG to, bool focused);
+    void OnHeaderClick(int column);
+    void OnTap();
+    LRESULT OnCustomDraw(const NMCUSTOMDRAW& draw);
+
+    static EntryList* live_;
+
+    DbJournal& journal_;
+    SelectionMemory& selection_;
+    FilterSettings& filter_;
+    StoreRows rows_;
+    RowCache cache_;
+    bool hasCurrent_ = false;
+};

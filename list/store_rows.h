@@ -1,0 +1,27 @@
+// The journal store as a source of list rows, in the store's sort order.
+#pragma once
+
+#include "list/row_source.h"
+
+class DbJournal;
+struct FilterSettings;
+
+// Moves the store's current entry; whoever needs it elsewhere seeks again. A row costs one read of three properties.
+class StoreRows : public RowSource {
+public:
+    // Both must outlive the object.
+    StoreRows(DbJournal& journal, const FilterSettings& filter) : journal_(journal), filter_(filter) {}
+
+    // Positions are the store's own, also while a filter hides some of the entries.
+    bool SeekPosition(LONG position) override;
+    bool SeekEntry(CEOID id) override;
+    bool SeekNext() override;
+    bool ReadRow(ListRow& row) override;
+
+    // How many entries the list shows. One question to the store; a walk over every entry while a filter is active.
+    LONG Count();
+
+private:
+    DbJournal& journal_;
+    const FilterSettings& filter_;
+};

@@ -1,0 +1,9 @@
+// Keeps the second tap of a double tap away from the screen that the first tap has opened.
+#pragma once
+
+// A tap on an entry opens a full-screen dialog at once, under the stylus that is just about to come down again: without
+// this, a double tap would open the entry and then press whatever lies at that place in it.
+//
+// Armed while a tap is handled; taken back by itself after one press, or when the time or the place of a double tap has
+// passed. User-interface thread only.
+void SwallowSecondTap();
