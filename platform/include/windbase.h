@@ -177,7 +177,7 @@ typedef struct _CEOIDINFO {
 CEHOST_API CEOID CeCreateDatabase(LPCWSTR name, DWORD type, WORD sortOrders, const SORTORDERSPEC* specs);
 
 // Opens a database and answers a handle for CloseHandle, INVALID_HANDLE_VALUE on failure: 2, 8, 87.
-// *oid 0: by name, and *oid receives the id. Else by *oid; name is not looked at and may be null; 2 when there is none.
+// *oid 0: by name, and *oid receives the id. Else by *oid (87 when there is none); name is not looked at, may be null.
 // sortProperty is one of the database's sort properties, or 0 for the order in which the records were made.
 // flags: 0 or CEDB_AUTOINCREMENT (each read moves on by one record). notify may be null.
 // The handle's position is on the first record.

@@ -1,0 +1,51 @@
+// Batches, and the check of the whole store.
+#include <storebatch.h>
+
+#include "platform/objectstore/integrity.h"
+#include "platform/objectstore/store_call.h"
+
+using store::Call;
+using store::Fail;
+using store::Store;
+
+namespace {
+
+// The lock is held over the calls of a batch, so a batch that is open here is this thread's own.
+BOOL EndBatch(Store& store, bool commit) {
+    if (!store.IsOpen() || !store.Open().InBatch()) Fail(ERROR_INVALID_PARAMETER);
+    struct Unlock {
+        Store& store;
+        ~Unlock() { store.Mutex().unlock(); }
+    } unlock{store};
+    store.Open().EndBatch(commit);
+    return TRUE;
+}
+
+}  // namespace
+
+BOOL CeBeginBatch() {
+    return Call("CeBeginBatch", FALSE, [](Store& store) {
+        if (store.Open().InBatch()) Fail(ERROR_INVALID_PARAMETER);
+        store.Open().BeginBatch();
+        store.Mutex().lock();
+        return TRUE;
+    });
+}
+
+BOOL CeCommitBatch() {
+    return Call("CeCommitBatch", FALSE, [](Store& store) { return EndBatch(store, true); });
+}
+
+BOOL CeCancelBatch() {
+    return Call("CeCancelBatch", FALSE, [](Store& store) { return EndBatch(store, false); });
+}
+
+BOOL CeCheckObjectStore(CeCheckReport report, void* context) {
+    return Call("CeCheckObjectStore", FALSE, [&](Store& store) {
+        const bool sound = store::CheckStore(store.Fresh(), [&](const std::wstring& problem) {
+            if (report) report(problem.c_str(), context);
+        });
+        if (!sound) Fail(ERROR_FILE_CORRUPT);
+        return TRUE;
+    });
+}

@@ -1,0 +1,79 @@
+// Failures that a test arms; see storefault.h.
+#include <sqlite3.h>
+#include <storefault.h>
+
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "platform/objectstore/fault.h"
+#include "platform/objectstore/fault_vfs.h"
+
+namespace {
+
+struct CallFault {
+    std::string function;
+    DWORD left;  // calls until it strikes, that one included
+    DWORD error;
+};
+
+std::mutex faultLock;
+std::vector<CallFault> callFaults;
+DWORD diskWork = 0;
+DWORD diskFaultAt = 0;  // 0: never
+CeDiskFault diskFault = kCeDiskFull;
+
+}  // namespace
+
+namespace store {
+
+DWORD TakeCallFault(const char* function) {
+    const std::lock_guard lock(faultLock);
+    DWORD error = 0;
+    for (auto fault = callFaults.begin(); fault != callFaults.end();) {
+        if (fault->function == function && --fault->left == 0) {
+            error = fault->error;
+            fault = callFaults.erase(fault);
+        } else {
+            ++fault;
+        }
+    }
+    return error;
+}
+
+int TakeDiskFault(int writeError) {
+    const std::lock_guard lock(faultLock);
+    ++diskWork;
+    if (diskFaultAt == 0 || diskWork < diskFaultAt) return SQLITE_OK;
+    return diskFault == kCeDiskFull ? SQLITE_FULL : writeError;
+}
+
+const char* StoreVfs() {
+    return FaultVfs();
+}
+
+}  // namespace store
+
+void CeFailCall(LPCSTR function, DWORD nth, DWORD error) {
+    const std::lock_guard lock(faultLock);
+    callFaults.push_back({function, nth, error});
+}
+
+void CeFailDisk(DWORD nth, CeDiskFault fault) {
+    const std::lock_guard lock(faultLock);
+    diskWork = 0;
+    diskFaultAt = nth;
+    diskFault = fault;
+}
+
+DWORD CeCountDiskWork() {
+    const std::lock_guard lock(faultLock);
+    return diskWork;
+}
+
+void CeClearFaults() {
+    const std::lock_guard lock(faultLock);
+    callFaults.clear();
+    diskWork = 0;
+    diskFaultAt = 0;
+}

@@ -1,0 +1,90 @@
+// The store's file, opened: snapshots for reading, transactions for writing, batches. All under the store's lock.
+//
+// Reading keeps one snapshot of the file over many calls, because taking one costs several file locks. It is renewed
+// when another process has written (shared memory says so) and when it is older than kSnapshotAge in any case; a timer
+// gives it up when the process stops calling, so that it never keeps the log from being cleared.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+
+#include "platform/objectstore/catalog.h"
+#include "platform/objectstore/shared_state.h"
+#include "platform/objectstore/sql.h"
+
+namespace store {
+
+constexpr ULONGLONG kSnapshotAge = 250;  // milliseconds
+
+class Session {
+public:
+    // Opens the store. `lock` is the store's, for the timer.
+    Session(const std::wstring& path, std::recursive_mutex& lock);
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    // At the end of the process, when all other threads are gone, the timer's too: finishes the file and nothing else.
+    void CloseFileAtExit() noexcept;
+
+    Connection& Sql() { return *connection_; }
+    SharedState& Shared() { return shared_; }
+    Catalog& Databases() { return catalog_; }
+
+    // Every call that reads begins with this.
+    void Refresh();
+
+    // A batch: writes until the end of it are one transaction.
+    bool InBatch() const { return batch_; }
+    void BeginBatch();
+    void EndBatch(bool commit);
+    // Posts a change to other threads and processes; in a batch when it ends.
+    void Notify(CEOID database, UINT message, CEOID object);
+
+private:
+    friend class Transaction;
+    struct Message {
+        CEOID database;
+        UINT message;
+        CEOID object;
+    };
+
+    static VOID CALLBACK OnTimer(PTP_CALLBACK_INSTANCE, PVOID self, PTP_TIMER) noexcept;
+    void EndSnapshot() noexcept;
+    void ReloadIfChanged(bool always);
+    void BeginWriting();
+    void Commit();
+
+    std::recursive_mutex& lock_;
+    SharedState shared_;
+    std::unique_ptr<Connection> connection_;
+    Catalog catalog_;
+    PTP_TIMER timer_ = nullptr;
+    bool snapshot_ = false;
+    bool stale_ = true;  // the catalog must be read anew
+    ULONGLONG taken_ = 0;
+    LONG64 seen_ = 0;
+    int64_t version_ = -1;
+    bool batch_ = false;
+    DWORD broken_ = 0;  // what undid the batch before its end
+    std::vector<Message> messages_;
+};
+
+// One change of the store: everything written while it lives, or nothing.
+class Transaction {
+public:
+    explicit Transaction(Session& session);
+    ~Transaction();  // undoes, unless committed
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+
+    void Commit();
+
+private:
+    Session& session_;
+    bool open_ = true;
+};
+
+}  // namespace store
