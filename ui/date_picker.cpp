@@ -8,10 +8,6 @@ bool DatePicker::SetTime(const SYSTEMTIME& time) {
     return SendMessage(DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&time)) != 0;
 }
 
-bool DatePicker::SetNone() {
-    return SendMessage(DTM_SETSYSTEMTIME, GDT_NONE) != 0;
-}
-
 bool DatePicker::SetFormat(const wchar_t* format) {
     return SendMessage(DTM_SETFORMATW, 0, reinterpret_cast<LPARAM>(format)) != 0;
 }

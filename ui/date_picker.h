@@ -11,8 +11,6 @@ public:
     bool GetTime(SYSTEMTIME* time) const;
     // False when the picker refuses the time.
     bool SetTime(const SYSTEMTIME& time);
-    // Clears the "none" box; only with DTS_SHOWNONE.
-    bool SetNone();
     // A display format such as "hh:mm tt"; null: the style's own.
     bool SetFormat(const wchar_t* format);
 };

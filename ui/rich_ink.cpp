@@ -1,7 +1,6 @@
 #include "ui/rich_ink.h"
 
 #include <algorithm>
-#include <cstring>
 #include <new>
 
 namespace {
@@ -15,7 +14,7 @@ struct Source {
 DWORD CALLBACK Give(DWORD_PTR cookie, LPBYTE buffer, LONG wanted, LONG* given) {
     auto& source = *reinterpret_cast<Source*>(cookie);
     const size_t count = std::min(source.left, static_cast<size_t>(wanted));
-    std::memcpy(buffer, source.next, count);
+    std::copy_n(source.next, count, buffer);
     source.next += count;
     source.left -= count;
     *given = static_cast<LONG>(count);
@@ -58,7 +57,7 @@ std::vector<BYTE> RichInk::StreamOut(UINT format) const {
 std::wstring RichInk::StreamOutText() const {
     const std::vector<BYTE> bytes = StreamOut(SF_TEXT | SF_UNICODE);
     std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
-    std::memcpy(text.data(), bytes.data(), text.size() * sizeof(wchar_t));
+    std::copy_n(bytes.data(), text.size() * sizeof(wchar_t), reinterpret_cast<BYTE*>(text.data()));
     while (!text.empty() && text.back() == L'\0')
         text.pop_back();
     return text;
