@@ -23,22 +23,21 @@ std::wstring Number(int number) {
 void AddUnit(wchar_t unit, double number, DateTime& duration) {
     double whole = 0;
     const double fraction = std::modf(number, &whole);
-    const bool hasFraction = Count(std::ceil(fraction * 10)) != 0;
 
     switch (unit) {
         case L'D':
             duration.AddDays(Count(whole));
-            if (hasFraction) duration.AddHours(Count(fraction * 24));
+            duration.AddHours(Count(fraction * 24));
             break;
         case L'H':
             duration.AddHours(Count(whole));
-            if (hasFraction) duration.AddMinutes(Count(fraction * 60));
+            duration.AddMinutes(Count(fraction * 60));
             break;
         case L'M': duration.AddMinutes(Count(whole)); break;
         case L'S': duration.AddSeconds(Count(whole)); break;
         case L'W':
             duration.AddDays(Count(whole));
-            if (hasFraction) duration.AddDays(Count(fraction * 7));
+            duration.AddDays(Count(fraction * 7));
             break;
         default: break;
     }
