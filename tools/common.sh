@@ -97,9 +97,7 @@ build_preset() {
             die "cannot configure"
         }
     fi
-    if [[ $(cd "$journal" && cmake --build --preset "$1" -- -n 2>/dev/null | tail -n 1) != *"no work to do"* ]]; then
-        say "building ($1)"
-    fi
+    say "building ($1)"
     if [[ -t 1 ]]; then
         (cd "$journal" && cmake --build --preset "$1") || die "the build failed"
     else
