@@ -1,5 +1,5 @@
 #include "inkx.h"
-#include "platform/window_class.h"
+#include "platform/window_support.h"
 #include "richink.h"
 
 namespace {

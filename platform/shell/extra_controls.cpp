@@ -1,6 +1,6 @@
 // The control classes a Pocket PC has beyond the common ones, and the shell's out-of-memory message.
 #include "aygshell.h"
-#include "platform/window_class.h"
+#include "platform/window_support.h"
 
 namespace {
 

@@ -1,33 +1,204 @@
-#include <algorithm>
+#include "platform/shell/screen.h"
+
+#include <new>
 
 #include "aygshell.h"
+#include "platform/shell/menu_bar.h"
+#include "platform/window_support.h"
 #include "px.h"
 
-void SHScreenWindow(DWORD* style, SIZE* size) {
-    *style = (*style | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_THICKFRAME) & ~static_cast<DWORD>(WS_VISIBLE);
-    RECT frame{0, 0, size->cx, size->cy + Px(kMenuBarHeight)};
-    AdjustWindowRectEx(&frame, *style, FALSE, 0);
-    RECT work{};
-    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
-    size->cx = std::min(frame.right - frame.left, work.right - work.left);
-    size->cy = std::min(frame.bottom - frame.top, work.bottom - work.top);
+namespace {
+
+constexpr UINT_PTR kSubclass = 1;
+constexpr wchar_t kProperty[] = L"cehost.Screen";
+
+// Posted to a screen that lost its bar: by the time it arrives a bar that replaces it is there, or none will come.
+UINT RestoreBarMessage() {
+    static const UINT message = RegisterWindowMessageW(L"cehost.RestoreMenuBar");
+    return message;
 }
 
-BOOL SHCreateMenuBar(SHMENUBARINFO*) {
-    return FALSE;
+SIZE ClientSize(HWND window) {
+    RECT client{};
+    GetClientRect(window, &client);
+    return {client.right, client.bottom};
 }
-HWND SHFindMenuBar(HWND owner) {
-    return FindWindowExW(owner, nullptr, L"CBFRAME", nullptr);
+
+bool IsDialog(HWND window) {
+    return GetClassLongPtrW(window, GCW_ATOM) == reinterpret_cast<ULONG_PTR>(WC_DIALOG);
 }
-int SHMenuBarHeight(HWND owner) {
-    return SHFindMenuBar(owner) ? Px(kMenuBarHeight) : 0;
+
+// Where the menu of a window belongs that was asked for with a key: at its selection, or near its upper left corner.
+POINT KeyPoint(HWND window) {
+    RECT at{0, 0, Px(8), Px(8)};
+    const auto row = static_cast<int>(SendMessageW(window, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED));
+    wchar_t name[32] = {};
+    GetClassNameW(window, name, ARRAYSIZE(name));
+    if (row >= 0 && lstrcmpiW(name, WC_LISTVIEWW) == 0) {
+        at.left = LVIR_LABEL;
+        SendMessageW(window, LVM_GETITEMRECT, row, reinterpret_cast<LPARAM>(&at));
+    }
+    POINT point{at.left + Px(8), at.bottom};
+    ClientToScreen(window, &point);
+    return point;
 }
-BOOL SHInitDialog(SHINITDLGINFO*) {
-    return TRUE;
+
+}  // namespace
+
+Screen::Screen(HWND window) : window_(window), client_(ClientSize(window)) {}
+
+Screen::~Screen() {
+    if (font_) DeleteObject(font_);
 }
-BOOL SHSetCloseCommand(HWND, UINT) {
-    return TRUE;
+
+Screen* Screen::Of(HWND window) {
+    // Another process's window would answer with a pointer of that process.
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (process != GetCurrentProcessId()) return nullptr;
+    return static_cast<Screen*>(GetPropW(window, kProperty));
 }
-BOOL SHDoneButton(HWND, DWORD) {
-    return TRUE;
+
+Screen* Screen::Make(HWND window) {
+    if (Screen* screen = Of(window)) return screen;
+    if (!IsWindow(window)) return nullptr;
+    auto* screen = new (std::nothrow) Screen(window);
+    if (screen && SetPropW(window, kProperty, screen)) {
+        if (SetWindowSubclass(window, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(screen))) return screen;
+        RemovePropW(window, kProperty);
+    }
+    delete screen;
+    return nullptr;
+}
+
+int Screen::BarHeight() const {
+    return bar_ && (GetWindowLongW(bar_, GWL_STYLE) & WS_VISIBLE) ? Px(kMenuBarHeight) : 0;
+}
+
+void Screen::SetBar(HWND bar) {
+    const HWND before = bar_;
+    bar_ = bar;
+    if (before) DestroyWindow(before);
+    PlaceBar();
+}
+
+void Screen::ForgetBar(HWND bar) {
+    if (bar_ != bar) return;
+    bar_ = nullptr;
+    if (done_) PostMessageW(window_, RestoreBarMessage(), 0, 0);
+}
+
+void Screen::PlaceBar() const {
+    if (!bar_) return;
+    const SIZE client = ClientSize(window_);
+    const int height = Px(kMenuBarHeight);
+    SetWindowPos(bar_, nullptr, 0, client.cy - height, client.cx, height, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Screen::EnsureBar() {
+    if (done_ && !bar_) SetBar(MenuBar::CreateEmpty(window_));
+}
+
+void Screen::SetDone(bool shown) {
+    done_ = shown;
+    EnsureBar();
+    if (MenuBar* bar = MenuBar::Of(bar_)) bar->ShowDone(shown);
+}
+
+void Screen::Keep(HFONT font) {
+    if (font_) DeleteObject(font_);
+    font_ = font;
+}
+
+// Whether the window shows another client size than it was last told of.
+bool Screen::TakeNewSize() {
+    if (IsIconic(window_)) return false;
+    const SIZE client = ClientSize(window_);
+    const bool changed = client.cx != client_.cx || client.cy != client_.cy;
+    client_ = client;
+    return changed && IsWindowVisible(window_);
+}
+
+LRESULT Screen::OnPositionChanged(HWND window, WPARAM wparam, LPARAM lparam) {
+    // The bar first: the window computes its layout from where the bar is.
+    Of(window)->PlaceBar();
+    const LRESULT result = DefSubclassProc(window, WM_WINDOWPOSCHANGED, wparam, lparam);
+    Screen* screen = Of(window);
+    if (screen && screen->TakeNewSize()) SendMessageW(window, WM_SETTINGCHANGE, SPI_SETSIPINFO, 0);
+    return result;
+}
+
+LRESULT Screen::OnActivate(WPARAM wparam, LPARAM lparam) {
+    const HWND focus = GetFocus();
+    if (LOWORD(wparam) == WA_INACTIVE) {
+        if (IsChild(window_, focus)) focus_ = focus;
+        return DefSubclassProc(window_, WM_ACTIVATE, wparam, lparam);
+    }
+    const HWND window = window_;
+    const HWND before = focus_;
+    const LRESULT result = DefSubclassProc(window, WM_ACTIVATE, wparam, lparam);
+    if (GetFocus() == window && IsChild(window, before) && IsWindowVisible(before) && IsWindowEnabled(before)) {
+        SetFocus(before);
+    }
+    return result;
+}
+
+// Escape arrives as IDCANCEL from no control.
+bool Screen::OnCommand(WPARAM wparam, LPARAM lparam) {
+    if (!closeCommand_ || closeCommand_ == IDCANCEL || wparam != IDCANCEL || lparam != 0) return false;
+    SendMessageW(window_, WM_COMMAND, closeCommand_, 0);
+    return true;
+}
+
+bool Screen::OnContextMenu(HWND clicked, LPARAM position) {
+    const bool byKey = position == -1;
+    const POINT at = byKey ? KeyPoint(clicked) : PointOf(position);
+    RECT client;
+    GetClientRect(window_, &client);
+    MapWindowPoints(window_, nullptr, reinterpret_cast<POINT*>(&client), 2);
+    if (!byKey && !PtInRect(&client, at)) return false;  // the caption has a menu of its own
+    NMRGINFO notice{};
+    notice.hdr = {clicked, static_cast<UINT_PTR>(GetDlgCtrlID(clicked)), GN_CONTEXTMENU};
+    notice.ptAction = at;
+    SendMessageW(window_, WM_NOTIFY, notice.hdr.idFrom, reinterpret_cast<LPARAM>(&notice));
+    return true;
+}
+
+bool Screen::OnKeyMenu(wchar_t letter) {
+    MenuBar* bar = BarHeight() ? MenuBar::Of(bar_) : nullptr;
+    return bar && bar->TrackKeys(letter);
+}
+
+LRESULT CALLBACK Screen::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR data) {
+    auto* screen = reinterpret_cast<Screen*>(data);
+    switch (message) {
+        case WM_WINDOWPOSCHANGED: return OnPositionChanged(window, wparam, lparam);
+        case WM_ACTIVATE:
+            if (IsDialog(window)) break;  // does so by itself
+            return screen->OnActivate(wparam, lparam);
+        case WM_COMMAND:
+            if (screen->OnCommand(wparam, lparam)) return 0;
+            break;
+        case WM_CLOSE:
+            if (!screen->closeCommand_) break;
+            SendMessageW(window, WM_COMMAND, screen->closeCommand_, 0);
+            return 0;
+        case WM_CONTEXTMENU:
+            if (screen->OnContextMenu(reinterpret_cast<HWND>(wparam), lparam)) return 0;
+            break;
+        case WM_SYSCOMMAND:
+            if ((wparam & 0xFFF0) == SC_KEYMENU && screen->OnKeyMenu(static_cast<wchar_t>(lparam))) return 0;
+            break;
+        case WM_NCDESTROY:
+            RemoveWindowSubclass(window, Procedure, kSubclass);
+            RemovePropW(window, kProperty);
+            delete screen;
+            break;
+        default:
+            if (message == RestoreBarMessage()) {
+                screen->EnsureBar();
+                return 0;
+            }
+    }
+    return DefSubclassProc(window, message, wparam, lparam);
 }

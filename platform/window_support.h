@@ -1,7 +1,13 @@
-// Registering the window classes of cehost.dll. They are global: any module of the process may create such windows.
+// What every window of cehost.dll needs: registering its class, reading a position. The classes are global: any module
+// of the process may create such windows.
 #pragma once
 
 #include <win.h>
+
+// The point in a message's LPARAM or in GetMessagePos: two signed halves.
+inline POINT PointOf(LPARAM position) {
+    return {static_cast<short>(LOWORD(position)), static_cast<short>(HIWORD(position))};
+}
 
 // The module this is linked into, for classes and resources of its own.
 inline HINSTANCE OwnModule() {

@@ -1,0 +1,64 @@
+// A shown top-level window that writes down what it receives, and a hand on the mouse and keyboard.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <win.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "aygshell.h"
+#include "tests/shell/shell_test_ids.h"
+
+struct SeenMessage {
+    UINT message;
+    WPARAM wparam;
+    LPARAM lparam;
+};
+
+class ShellTest : public testing::Test {
+protected:
+    ShellTest();
+    ~ShellTest() override;
+
+    // Gives the window the bar of a resource; answers what SHCreateMenuBar answers, the bar is in Bar().
+    bool CreateBar(UINT resource, DWORD flags = 0);
+    HWND Window() const { return window_; }
+    HWND Bar() const { return SHFindMenuBar(window_); }
+
+    // Found by class names as other programs would.
+    HWND Toolbar() const;
+    HWND DoneBar() const;
+
+    // The middle of a button, or its right end, on the screen.
+    POINT Middle(HWND toolbar, UINT command) const;
+    POINT RightEnd(HWND toolbar, UINT command) const;
+
+    // Real input: the pointer moves, the button goes down and up where the pointer is.
+    static void MoveTo(POINT at);
+    static void Press();
+    static void Release();
+    void Click(POINT at);
+    void RightClick(POINT at);
+    static void Type(WORD key);
+
+    // Messages of that number received since the last Forget.
+    std::vector<SeenMessage> Seen(UINT message) const;
+    std::vector<WPARAM> Commands() const;  // low words of WM_COMMAND
+    void Forget() { seen_.clear(); }
+    bool WaitForCommand(UINT command) const;
+
+    // Called for WM_NOTIFY; the answer is the message's.
+    std::function<LRESULT(NMHDR*)> onNotify;
+
+    // Runs `act` once a popup menu is open, from inside its loop.
+    void WhenMenuOpens(std::function<void(HWND menu)> act);
+
+private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
+
+    HWND window_ = nullptr;
+    std::vector<SeenMessage> seen_;
+    std::function<void(HWND)> whenMenuOpens_;
+};
