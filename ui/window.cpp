@@ -6,10 +6,19 @@
 #include "ui/window_class.h"
 
 Window::~Window() {
-    if (!::IsWindow(handle_)) return;  // its timers and its procedure went with it
-    for (const UINT_PTR id : timers_)
-        ::KillTimer(handle_, id);
-    if (replaced_ != nullptr) ::SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(replaced_));
+    LetGo();
+}
+
+void Window::LetGo() {
+    if (::IsWindow(handle_)) {
+        for (const UINT_PTR id : timers_)
+            ::KillTimer(handle_, id);
+        if (replaced_ != nullptr) ::SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(replaced_));
+    }
+    timers_.clear();
+    replaced_ = nullptr;
+    menuBar_ = nullptr;
+    handle_ = nullptr;
 }
 
 bool Window::Destroy() {
@@ -17,15 +26,10 @@ bool Window::Destroy() {
     brush_.reset();
     if (!IsWindow()) return false;
     const HWND window = handle_;
-    const bool destroyed = ::DestroyWindow(window) != FALSE;
+    if (!::DestroyWindow(window)) return false;
     // The screen's procedure may have detached the object while the window went.
-    if (destroyed && handle_ == window) {
-        handle_ = nullptr;
-        menuBar_ = nullptr;  // a child: gone too
-        timers_.clear();
-        replaced_ = nullptr;
-    }
-    return destroyed;
+    if (handle_ == window) LetGo();
+    return true;
 }
 
 bool Window::Create(const wchar_t* className, const wchar_t* title, DWORD style, int x, int y, int width, int height,
@@ -48,7 +52,7 @@ bool Window::Attach(HWND handle) {
 
 bool Window::Detach() {
     if (handle_ == nullptr) return false;
-    handle_ = nullptr;
+    LetGo();
     return true;
 }
 

@@ -38,7 +38,8 @@ public:
                           int width, int height, HWND parent, HMENU menuOrId, HINSTANCE instance, void* parameter);
     // Takes a handle. False, and nothing changes, when the object is attached already.
     virtual bool Attach(HWND handle);
-    // Forgets the handle; the window lives on. False when there was none.
+    // Forgets the handle and the menu bar, kills the timers and takes the object's procedure out; the window lives on.
+    // False when there was no handle.
     virtual bool Detach();
     // A hook for a class that wants to see messages before they are dispatched. Here it answers false: not taken.
     virtual bool PreTranslate(MSG* message);
@@ -146,6 +147,8 @@ protected:
     LRESULT CallReplaced(UINT message, WPARAM wparam, LPARAM lparam) const;
 
 private:
+    void LetGo();
+
     std::forward_list<UINT_PTR> timers_;
     HWND menuBar_ = nullptr;
     HWND handle_ = nullptr;

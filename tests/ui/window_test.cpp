@@ -440,6 +440,18 @@ TEST_F(WindowTest, ASecondSubclassIsRefused) {
     EXPECT_FALSE(window_.Unsubclass());
 }
 
+TEST_F(WindowTest, DetachTakesTimersAndProcedureOutOfTheWindow) {
+    const WNDPROC before = ProcedureOf(recorder_.Handle());
+    ASSERT_TRUE(window_.Subclass(Other));
+    ASSERT_TRUE(window_.SetTimer(3, 10'000));
+    ASSERT_TRUE(window_.Detach());
+    EXPECT_EQ(ProcedureOf(recorder_.Handle()), before);
+    EXPECT_FALSE(::KillTimer(recorder_.Handle(), 3));
+    EXPECT_FALSE(window_.FindTimer(3));
+    ASSERT_TRUE(window_.Attach(recorder_.Handle()));
+    EXPECT_TRUE(window_.Subclass(Other));
+}
+
 TEST_F(WindowTest, TheProcedureComesBackWithTheEndOfTheObject) {
     const WNDPROC before = ProcedureOf(recorder_.Handle());
     {
