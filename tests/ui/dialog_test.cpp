@@ -1,6 +1,7 @@
 #include "ui/dialog.h"
 
 #include <gtest/gtest.h>
+#include <px.h>
 
 #include <functional>
 
@@ -84,10 +85,40 @@ TEST(DialogTest, AMissingTemplateAnswersMinusOne) {
 
 TEST(DialogTest, EndOkAnswersOneAndEndCancelZero) {
     SmallDialog dialog;
-    dialog.onInit = [&] { dialog.PostMessage(WM_COMMAND, IDOK); };
+    dialog.onInit = [&] { EXPECT_TRUE(dialog.EndOk()); };
     EXPECT_EQ(dialog.Run(), 1);
-    dialog.onInit = [&] { dialog.PostMessage(WM_COMMAND, IDCANCEL); };
+    dialog.onInit = [&] { EXPECT_TRUE(dialog.EndCancel()); };
     EXPECT_EQ(dialog.Run(), 0);
+}
+
+TEST(DialogTest, TheOkButtonOfItsBarReachesTheScreen) {
+    SmallDialog dialog;
+    dialog.onInit = [&] { dialog.PostMessage(WM_COMMAND, MAKEWPARAM(IDOK, 0)); };
+    EXPECT_EQ(dialog.Run(), 1);
+}
+
+TEST(DialogTest, ClosingIsTheCommandTheShellWasGiven) {
+    SmallDialog dialog;
+    dialog.onInit = [&] { dialog.PostMessage(WM_CLOSE); };
+    EXPECT_EQ(dialog.Run(), 1);
+    dialog.onInit = [&] {
+        EXPECT_TRUE(SHSetCloseCommand(dialog.GetHandle(), IDCANCEL));
+        dialog.PostMessage(WM_CLOSE);
+    };
+    EXPECT_EQ(dialog.Run(), 0);
+}
+
+TEST(DialogTest, ADialogIsAScreenWithABarOfItsOwn) {
+    SmallDialog dialog;
+    RECT above = {};
+    RECT whole = {};
+    dialog.onInit = [&] {
+        dialog.GetClientRect(&above);
+        ::GetClientRect(dialog.GetHandle(), &whole);
+        dialog.EndOk();
+    };
+    dialog.Run();
+    EXPECT_EQ(above.bottom, whole.bottom - Px(kMenuBarHeight));
 }
 
 TEST(DialogTest, TheScreenStartsAttachedWithItsData) {
