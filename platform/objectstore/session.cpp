@@ -79,6 +79,8 @@ void Session::Refresh() {
 
 void Session::BeginWriting() {
     EndSnapshot();
+    // SQLite itself would begin, for reading, and refuse the first statement that writes.
+    if (connection_->ReadOnly()) Fail(ERROR_WRITE_PROTECT);
     connection_->Run("BEGIN IMMEDIATE");
     try {
         ReloadIfChanged(false);

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <windbase.h>
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -39,7 +40,11 @@ struct ReadResult {
     ReadResult(ReadResult&& other) noexcept;
     ReadResult& operator=(ReadResult&&) = delete;
     ~ReadResult() { LocalFree(buffer); }
-    const CEPROPVAL& operator[](size_t i) const { return reinterpret_cast<const CEPROPVAL*>(buffer)[i]; }
+    // A failed read has nothing to look at; the test ends there.
+    const CEPROPVAL& operator[](size_t i) const {
+        if (record == 0) throw std::runtime_error("nothing was read: error " + std::to_string(error));
+        return reinterpret_cast<const CEPROPVAL*>(buffer)[i];
+    }
     bool Has(size_t i) const { return ((*this)[i].wFlags & CEDB_PROPNOTFOUND) == 0; }
     std::wstring Text(size_t i) const { return Has(i) ? (*this)[i].val.lpwstr : L"(none)"; }
 };
@@ -65,6 +70,11 @@ protected:
     static CEOID Add(HANDLE database, const wchar_t* text) { return Write(database, {TextValue(kText, text)}); }
     static CEOID Add(HANDLE database, long number) { return Write(database, {NumberValue(kNumber, number)}); }
     static ReadResult Read(HANDLE database, std::vector<CEPROPID> ids = {});
+    // Reads a certain record.
+    static ReadResult ReadAt(HANDLE database, CEOID record, std::vector<CEPROPID> ids = {}) {
+        EXPECT_EQ(SeekTo(database, record), record);
+        return Read(database, std::move(ids));
+    }
 
     static CEOID SeekTo(HANDLE database, CEOID record) {
         return CeSeekDatabase(database, CEDB_SEEK_CEOID, record, nullptr);
