@@ -36,12 +36,22 @@ RECT CentredScreen(DWORD style, DWORD exStyle) {
     return {left, top, left + size.cx, top + size.cy};
 }
 
+// A window's icon, set or by its class.
+HICON IconOf(HWND window, WPARAM size) {
+    const auto set = reinterpret_cast<HICON>(SendMessageW(window, WM_GETICON, size, 0));
+    return set ? set : reinterpret_cast<HICON>(GetClassLongPtrW(window, size == ICON_BIG ? GCLP_HICON : GCLP_HICONSM));
+}
+
 void FillScreen(HWND dialog) {
     const DWORD style = (static_cast<DWORD>(GetWindowLongW(dialog, GWL_STYLE)) | kFrame) & ~DS_MODALFRAME;
     const DWORD exStyle = static_cast<DWORD>(GetWindowLongW(dialog, GWL_EXSTYLE)) & ~WS_EX_DLGMODALFRAME;
     SetWindowLongW(dialog, GWL_STYLE, static_cast<LONG>(style));
     SetWindowLongW(dialog, GWL_EXSTYLE, static_cast<LONG>(exStyle));
     const HWND owner = GetWindow(dialog, GW_OWNER);
+    for (const WPARAM size : {ICON_BIG, ICON_SMALL}) {
+        const HICON icon = owner ? IconOf(owner, size) : nullptr;
+        if (icon) SendMessageW(dialog, WM_SETICON, size, reinterpret_cast<LPARAM>(icon));
+    }
     RECT place{};
     if (!owner || IsIconic(owner) || !GetWindowRect(owner, &place) || IsRectEmpty(&place)) {
         place = CentredScreen(style, exStyle);

@@ -130,6 +130,7 @@ HWND MenuBar::CreateToolbar(HWND parent) {
     SendMessageW(bar, WM_SETFONT, reinterpret_cast<WPARAM>(font_), FALSE);
     SendMessageW(bar, TB_SETPARENT, reinterpret_cast<WPARAM>(frame_), 0);
     // A toolbar makes its buttons as high as their pictures: it is told of one as high as the bar.
+    SendMessageW(bar, TB_SETINDENT, parent == frame_ ? 0 : Px(2), 0);
     SendMessageW(bar, TB_SETPADDING, 0, 0);
     SendMessageW(bar, TB_SETBITMAPSIZE, 0, MAKELPARAM(1, Px(kMenuBarHeight) - 1));
     SetWindowSubclass(bar, BarProcedure, 1, reinterpret_cast<DWORD_PTR>(this));
@@ -216,7 +217,7 @@ void MenuBar::LayOut() const {
     const int width = std::max<int>(0, client.right - doneWidth);
     const int height = client.bottom - 1;  // the line along the top is the frame's
     MoveWindow(rebar_, 0, 1, width, height, TRUE);
-    MoveWindow(toolbar_, Px(2), 0, std::max(0, width - Px(2)), height, TRUE);
+    MoveWindow(toolbar_, 0, 0, width, height, TRUE);
     MoveWindow(done_, width, 1, Px(kDoneButton), height, TRUE);
 }
 

@@ -87,6 +87,7 @@ private:
     // menu_bar_paint.cpp: the look.
     LRESULT OnCustomDraw(NMTBCUSTOMDRAW* draw);
     void DrawButton(const NMTBCUSTOMDRAW& draw);
+    void DrawSeparators(HDC dc, HWND bar) const;
     void DrawFrame(HDC dc) const;
     int TextWidth(const std::wstring& text) const;
     static void FillColour(HDC dc, const RECT& area, COLORREF colour);

@@ -68,10 +68,23 @@ LRESULT CALLBACK MenuBar::BarProcedure(HWND bar, UINT message, WPARAM wparam, LP
 
 LRESULT MenuBar::OnCustomDraw(NMTBCUSTOMDRAW* draw) {
     switch (draw->nmcd.dwDrawStage) {
-        case CDDS_PREPAINT: return CDRF_NOTIFYITEMDRAW;
+        case CDDS_PREPAINT: return CDRF_NOTIFYITEMDRAW | CDRF_NOTIFYPOSTPAINT;
+        case CDDS_POSTPAINT: DrawSeparators(draw->nmcd.hdc, draw->nmcd.hdr.hwndFrom); return CDRF_DODEFAULT;
         case CDDS_ITEMPREPAINT: DrawButton(*draw); return CDRF_SKIPDEFAULT;
     }
     return CDRF_DODEFAULT;
+}
+
+// The toolbar draws its separators by itself, and over the whole height.
+void MenuBar::DrawSeparators(HDC dc, HWND bar) const {
+    if (bar != toolbar_) return;
+    for (size_t i = 0; i < items_.size(); ++i) {
+        RECT area{};
+        if (!items_[i].separator || !SendMessageW(bar, TB_GETITEMRECT, i, reinterpret_cast<LPARAM>(&area))) continue;
+        FillColour(dc, area, kBack);
+        const LONG middle = (area.left + area.right) / 2;
+        FillColour(dc, {middle, area.top + Px(5), middle + 1, area.bottom - Px(5)}, kLine);
+    }
 }
 
 void MenuBar::DrawButton(const NMTBCUSTOMDRAW& draw) {

@@ -143,9 +143,10 @@ LRESULT Screen::OnActivate(WPARAM wparam, LPARAM lparam) {
     return result;
 }
 
-// Escape arrives as IDCANCEL from no control.
+// Escape arrives as IDCANCEL from no control. A program that sends IDCANCEL itself means it.
 bool Screen::OnCommand(WPARAM wparam, LPARAM lparam) {
-    if (!closeCommand_ || closeCommand_ == IDCANCEL || wparam != IDCANCEL || lparam != 0) return false;
+    if (!closeCommand_ || wparam != IDCANCEL || lparam != 0 || GetKeyState(VK_ESCAPE) >= 0) return false;
+    if (closeCommand_ == IDCANCEL) return false;
     SendMessageW(window_, WM_COMMAND, closeCommand_, 0);
     return true;
 }

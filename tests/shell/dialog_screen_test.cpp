@@ -19,22 +19,27 @@ protected:
                                      reinterpret_cast<LPARAM>(this));
         ASSERT_NE(dialog_, nullptr);
         ShowWindow(dialog_, SW_SHOW);
-        PumpOnce();
+        SetForegroundWindow(dialog_);
+        ASSERT_TRUE(PumpUntil([&] { return GetForegroundWindow() == dialog_; }));
     }
     void Open(UINT id, DWORD flags = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLG) { Open(id, flags, Window()); }
 
-    // As the program's loop would: the dialog's keys first.
-    void Key(UINT control, WPARAM key) {
-        MSG message{};
-        message.hwnd = control ? GetDlgItem(dialog_, static_cast<int>(control)) : dialog_;
-        message.message = WM_KEYDOWN;
-        message.wParam = key;
-        SetFocus(message.hwnd);
-        if (!IsDialogMessageW(dialog_, &message)) {
+    // A real key, through a loop that offers it to the dialog first, as the program's does.
+    void Key(UINT control, WORD key) {
+        SetFocus(control ? GetDlgItem(dialog_, static_cast<int>(control)) : dialog_);
+        Type(key);
+        const ULONGLONG end = GetTickCount64() + kPatience;
+        for (bool up = false; !up && GetTickCount64() < end;) {
+            MSG message;
+            if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+                MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+                continue;
+            }
+            up = message.message == WM_KEYUP && message.wParam == key;
+            if (IsDialogMessageW(dialog_, &message)) continue;
             TranslateMessage(&message);
             DispatchMessageW(&message);
         }
-        PumpOnce();
     }
     HWND Done() const { return FindWindowExW(SHFindMenuBar(dialog_), nullptr, L"ToolbarWindow32", nullptr); }
 
@@ -76,6 +81,13 @@ TEST_F(DialogScreenTest, HasThePlaceAndSizeOfItsOwner) {
     GetClientRect(dialog_, &dialogClient);
     EXPECT_TRUE(EqualRect(&ownerClient, &dialogClient));
     EXPECT_NE(GetWindowLongW(dialog_, GWL_STYLE) & WS_THICKFRAME, 0);
+}
+
+TEST_F(DialogScreenTest, ShowsTheIconOfItsOwner) {
+    const HICON icon = LoadIconW(nullptr, IDI_WARNING);
+    SendMessageW(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon));
+    Open(IDD_SCREEN);
+    EXPECT_EQ(reinterpret_cast<HICON>(SendMessageW(dialog_, WM_GETICON, ICON_BIG, 0)), icon);
 }
 
 TEST_F(DialogScreenTest, FollowsAnOwnerThatWasResizedBefore) {
@@ -145,6 +157,12 @@ TEST_F(DialogScreenTest, EscapeIsOkSoThatNothingIsLost) {
     Open(IDD_SCREEN);
     Key(IDC_LINE, VK_ESCAPE);
     EXPECT_THAT(commands_, ElementsAre(IDOK));
+}
+
+TEST_F(DialogScreenTest, ACancelThatTheProgramSendsIsOne) {
+    Open(IDD_SCREEN);
+    SendMessageW(dialog_, WM_COMMAND, IDCANCEL, 0);
+    EXPECT_THAT(commands_, ElementsAre(IDCANCEL));
 }
 
 TEST_F(DialogScreenTest, ADialogWithACancelButtonIsCancelled) {
