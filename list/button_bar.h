@@ -45,6 +45,8 @@ public:
 private:
     LRESULT OnDropDown(int button);
     LRESULT OnCustomDraw(const NMTBCUSTOMDRAW& draw);
+    void DrawBar(HDC dc);
+    void ClearGap(HDC dc);
     void DrawButton(const NMTBCUSTOMDRAW& draw);
     int OpenMenu(HMENU menu, int button, UINT align);
     void SetSortTextTo(WORD field);

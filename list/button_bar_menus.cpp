@@ -12,7 +12,7 @@ namespace {
 
 WORD StoredSortField() {
     const int32_t field = Application::Current()->ReadInt(LoadText(IDS_OPTIONS), kSortBy, kFieldStart);
-    return static_cast<WORD>(field);
+    return field > 0 && field <= 0xFFFF ? static_cast<WORD>(field) : WORD{0};  // 0: no field
 }
 
 void AppendText(HMENU menu, UINT flags, UINT id, const std::wstring& text) {

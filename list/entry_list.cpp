@@ -8,8 +8,6 @@
 #include "data/db_journal.h"
 #include "filter/filter_settings.h"
 #include "res/ids.h"
-#include "ui/fonts.h"
-#include "ui/gdi_scope.h"
 #include "ui/resource_text.h"
 
 namespace {
@@ -18,6 +16,7 @@ constexpr int kDateColumn = 0;
 constexpr int kEntryColumn = 1;
 constexpr int kDateWidth = 60;
 constexpr int kEntryWidth = 180;
+constexpr int kRowHeight = 18;  // a stylus hits it
 
 // Wide enough for any short date of the user's locale, and never narrower than the column is meant to be.
 int DateColumnWidth(HWND list) {
@@ -39,6 +38,7 @@ bool EntryList::CreateIn(HWND parent, const RECT& place) {
     constexpr DWORD kStyle = LVS_REPORT | LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_SHAREIMAGELISTS;
     if (!ListView::CreateIn(parent, IDC_ENTRY_LIST, kStyle, place)) return false;
     SetExtendedStyle(LVS_EX_FULLROWSELECT);
+    SetRowHeight(Px(kRowHeight));
     InsertColumn(kDateColumn, LoadText(IDS_COLUMN_DATE).c_str(), Px(kDateWidth));
     InsertColumn(kEntryColumn, LoadText(IDS_COLUMN_ENTRY).c_str(), Px(kEntryWidth));
     FitColumns();
