@@ -80,6 +80,9 @@ protected:
     static constexpr DWORD kInitFlags = 3;
 
 private:
+    // A screen over another one looks like part of the same program.
+    void TakeOwnersIcon();
+
     SHACTIVATEINFO activation_ = {};
 };
 
@@ -109,6 +112,7 @@ INT_PTR Dialog::Begin(HWND hwnd, LPARAM lparam, Screen*& live) {
     Dialog& dialog = *params->dialog;
     live = static_cast<Screen*>(&dialog);
     dialog.Attach(hwnd);
+    dialog.TakeOwnersIcon();
     dialog.InitDialog(kInitFlags);
     return dialog.OnInitDialog(params->data);
 }

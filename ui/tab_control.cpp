@@ -29,8 +29,15 @@ bool TabControl::GetTabRect(int index, RECT* rect) const {
     return SendMessage(TCM_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(rect)) != 0;
 }
 
-int TabControl::GetStripHeight() const {
+int TabControl::GetStripHeight() {
+    if (GetCount() <= 0) return 0;
     RECT tab = {};
-    if (!GetTabRect(0, &tab)) return 0;
+    if (!GetTabRect(0, &tab)) {
+        // A strip without width shows no tab and knows no height; it gets the width that it most likely will have.
+        RECT parent = {};
+        ::GetClientRect(GetParent(), &parent);
+        SetWindowPos(nullptr, 0, 0, parent.right, Px(100), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+        GetTabRect(0, &tab);
+    }
     return (tab.bottom - tab.top) * GetRowCount() + Px(2);
 }

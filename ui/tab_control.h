@@ -18,5 +18,6 @@ public:
     // The place of the tab itself, client coordinates of the strip.
     bool GetTabRect(int index, RECT* rect) const;
     // The height that shows all tabs and nothing of a page: (row height x rows) + 2 logical pixels, in device pixels.
-    int GetStripHeight() const;
+    // 0 without tabs. A strip that has no width yet is given its parent's; the caller places it in any case.
+    int GetStripHeight();
 };

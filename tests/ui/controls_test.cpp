@@ -131,6 +131,19 @@ TEST_F(ControlTest, TabsAreSelectedWithoutNotification) {
     EXPECT_EQ(tabs.GetStripHeight(), tab.bottom - tab.top + Px(2));
 }
 
+TEST_F(ControlTest, AStripHasItsHeightBeforeItIsPlaced) {
+    TabControl tabs;
+    ASSERT_TRUE(tabs.CreateIn(Parent(), kId, WS_VISIBLE | TCS_BOTTOM, {0, 0, 0, 0}));
+    tabs.InsertTab(0, L"Entry");
+    tabs.InsertTab(1, L"Note");
+    const int height = tabs.GetStripHeight();
+    tabs.MoveWindow(0, 0, 200, height);
+    RECT tab;
+    ASSERT_TRUE(tabs.GetTabRect(0, &tab));
+    EXPECT_EQ(height, tab.bottom - tab.top + Px(2));
+    EXPECT_GT(height, Px(10));
+}
+
 TEST_F(ControlTest, DatePickerKeepsDateAndTime) {
     DatePicker picker;
     ASSERT_TRUE(picker.CreateIn(Parent(), kId, DTS_TIMEFORMAT, kPlace));
