@@ -1,0 +1,37 @@
+#include "tools/journal_tool/store_access.h"
+
+#include "data/last_error.h"
+#include "tools/journal_tool/console.h"
+
+std::wstring ErrorText(DWORD error) {
+    switch (error) {
+        case ERROR_DISK_FULL: return L"error 112: the disk is full, or the journal holds its 65535 entries";
+        case ERROR_FILE_CORRUPT: return L"error 1392: the file is damaged, or no store";
+        case ERROR_WRITE_PROTECT: return L"error 19: the file is read-only";
+        case ERROR_LOCK_VIOLATION: return L"error 33: another program is writing to the store";
+        default: break;
+    }
+    wchar_t words[256];
+    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0, words,
+                                  static_cast<DWORD>(std::size(words)), nullptr);
+    while (length && (words[length - 1] == L'\n' || words[length - 1] == L'\r' || words[length - 1] == L'.'))
+        --length;
+    return L"error " + std::to_wstring(error) + (length ? L": " + std::wstring(words, length) : L"");
+}
+
+void ComplainAboutStore(const wchar_t* what) {
+    const KeepLastError error;
+    Complain(std::wstring(what) + L" (" + ErrorText(error.Code()) + L")");
+}
+
+bool OpenOrComplain(ConsoleJournal& journal) {
+    if (journal.Open(nullptr)) return true;
+    Complain(L"the journal cannot be opened");
+    return false;
+}
+
+bool OpenOrComplain(ConsoleCategories& categories) {
+    if (categories.Open(nullptr)) return true;
+    Complain(L"the categories cannot be opened");
+    return false;
+}
