@@ -4,15 +4,6 @@
 
 #include "ui/dialog_template.h"
 
-namespace {
-
-HICON IconOf(HWND window, WPARAM size, int classIndex) {
-    const auto own = reinterpret_cast<HICON>(::SendMessageW(window, WM_GETICON, size, 0));
-    return own != nullptr ? own : reinterpret_cast<HICON>(::GetClassLongPtrW(window, classIndex));
-}
-
-}  // namespace
-
 HWND Dialog::GetDlgItem(int id) const {
     return ::GetDlgItem(GetHandle(), id);
 }
@@ -91,13 +82,6 @@ HWND Dialog::CreateModeless(HINSTANCE instance, UINT templateId, HWND owner, DLG
     if (dialogTemplate.Get() == nullptr) return nullptr;
     return ::CreateDialogIndirectParamW(instance, dialogTemplate.Get(), owner, procedure,
                                         reinterpret_cast<LPARAM>(params));
-}
-
-void Dialog::TakeOwnersIcon() {
-    const HWND owner = ::GetWindow(GetHandle(), GW_OWNER);
-    if (owner == nullptr) return;
-    SendMessage(WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(IconOf(owner, ICON_BIG, GCLP_HICON)));
-    SendMessage(WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(IconOf(owner, ICON_SMALL, GCLP_HICONSM)));
 }
 
 INT_PTR Dialog::OnInitDialog(void*) {

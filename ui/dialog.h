@@ -80,9 +80,6 @@ protected:
     static constexpr DWORD kInitFlags = 3;
 
 private:
-    // A screen over another one looks like part of the same program.
-    void TakeOwnersIcon();
-
     SHACTIVATEINFO activation_ = {};
 };
 
@@ -112,7 +109,6 @@ INT_PTR Dialog::Begin(HWND hwnd, LPARAM lparam, Screen*& live) {
     Dialog& dialog = *params->dialog;
     live = static_cast<Screen*>(&dialog);
     dialog.Attach(hwnd);
-    dialog.TakeOwnersIcon();
     dialog.InitDialog(kInitFlags);
     return dialog.OnInitDialog(params->data);
 }

@@ -121,16 +121,6 @@ TEST(DialogTest, ADialogIsAScreenWithABarOfItsOwn) {
     EXPECT_EQ(above.bottom, whole.bottom - Px(kMenuBarHeight));
 }
 
-TEST(DialogTest, WearsTheIconOfItsOwner) {
-    RecordingWindow owner;
-    const HICON icon = LoadIconW(nullptr, IDI_WARNING);
-    SendMessageW(owner.Handle(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon));
-    SmallDialog dialog;
-    ASSERT_NE(dialog.Open(owner.Handle()), nullptr);
-    EXPECT_EQ(dialog.SendMessage(WM_GETICON, ICON_BIG), reinterpret_cast<LRESULT>(icon));
-    EXPECT_TRUE(dialog.Destroy());
-}
-
 TEST(DialogTest, TheScreenStartsAttachedWithItsData) {
     int data = 0;
     SmallDialog dialog;
