@@ -1,0 +1,223 @@
+// What the main window's commands do to the store and the list.
+#include <gmock/gmock.h>
+
+#include "res/ids.h"
+#include "tests/app/app_fixture.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+class CommandsTest : public AppFixture {
+protected:
+    void SetUp() override {
+        ids_ = Write({L"cherry", L"Apple", L"banana"});
+        ASSERT_TRUE(Start());
+    }
+
+    void Select(std::initializer_list<size_t> entries) {
+        for (const size_t entry : entries)
+            List().SelectEntry(ids_[entry]);
+    }
+
+    std::vector<CEOID> ids_;
+};
+
+// ---- Editing ----
+
+class NewEntryTest : public CommandsTest, public testing::WithParamInterface<WORD> {};
+
+TEST_P(NewEntryTest, OpensTheEditorOnNoEntryAndSelectsWhatItWrote) {
+    List().SelectEntry(ids_[0]);
+    FakeEditor::edit = [&](CEOID) { return Write({L"new"})[0]; };
+    Command(GetParam());
+    EXPECT_THAT(FakeEditor::opened, ElementsAre(0u));
+    EXPECT_THAT(Subjects(), ElementsAre(L"cherry", L"Apple", L"banana", L"new"));
+    EXPECT_EQ(List().GetItemState(3, LVIS_SELECTED | LVIS_FOCUSED), static_cast<UINT>(LVIS_SELECTED | LVIS_FOCUSED));
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, NewEntryTest, testing::Values(WORD{10}, WORD{3001}));
+
+TEST_F(CommandsTest, ANewEntryThatWasNotWrittenLeavesNothingSelected) {
+    List().SelectEntry(ids_[0]);
+    Command(10);
+    EXPECT_THAT(selection_.Ids(), IsEmpty());
+    EXPECT_EQ(List().GetNextItem(-1, LVNI_SELECTED), -1);
+}
+
+class OpenEntryTest : public CommandsTest, public testing::WithParamInterface<WORD> {};
+
+TEST_P(OpenEntryTest, OpensTheEditorOnTheCurrentEntry) {
+    List().SelectEntry(ids_[1]);
+    Command(GetParam());
+    EXPECT_THAT(FakeEditor::opened, ElementsAre(ids_[1]));
+    EXPECT_EQ(selection_.Current(), ids_[1]);
+}
+
+TEST_P(OpenEntryTest, DoesNothingWithoutACurrentEntry) {
+    Command(GetParam());
+    EXPECT_THAT(FakeEditor::opened, IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, OpenEntryTest, testing::Values(WORD{40008}, WORD{122}));
+
+TEST_F(CommandsTest, ScreensThatAreNotThereDoNothing) {
+    List().SelectEntry(ids_[0]);
+    for (const WORD id : {WORD{40003}, WORD{40015}, WORD{40016}, WORD{107}, WORD{121}})
+        Command(id);
+    EXPECT_THAT(FakeEditor::opened, IsEmpty());
+    EXPECT_EQ(Subjects().size(), 3u);
+}
+
+TEST_F(CommandsTest, ARefreshNotificationRebuildsAndThenHandlesTheCommand) {
+    Write({L"late"});
+    List().SelectEntry(ids_[1]);
+    Command(IDM_SHOW, 0x466);
+    EXPECT_EQ(Subjects().size(), 4u);
+    Write({L"later"});
+    Command(40008, 0x466);
+    EXPECT_EQ(Subjects().size(), 5u);
+    EXPECT_THAT(FakeEditor::opened, ElementsAre(ids_[1]));
+}
+
+// ---- Sorting ----
+
+struct SortCase {
+    WORD field;
+    CEPROPID key;
+    bool caseInsensitive;
+};
+
+class SortTest : public CommandsTest, public testing::WithParamInterface<SortCase> {
+protected:
+    SORTORDERSPEC Order() {
+        SORTORDERSPEC orders[CEDB_MAXSORTORDER] = {};
+        journal_.GetSortOrders(orders);
+        return orders[0];
+    }
+};
+
+TEST_P(SortTest, SetsTheKeyAndKeepsTheDirection) {
+    const DWORD fold = GetParam().caseInsensitive ? CEDB_SORT_CASEINSENSITIVE : 0;
+    Command(GetParam().field, 0x467);
+    EXPECT_EQ(Order().propid, GetParam().key);
+    EXPECT_EQ(Order().dwFlags, fold);
+    Command(1, 0x469);
+    EXPECT_EQ(Order().propid, GetParam().key);
+    EXPECT_EQ(Order().dwFlags, fold | CEDB_SORT_DESCENDING);
+    Command(GetParam().field, 0x467);
+    EXPECT_EQ(Order().dwFlags, fold | CEDB_SORT_DESCENDING);
+    Command(0, 0x469);
+    EXPECT_EQ(Order().dwFlags, fold);
+    EXPECT_EQ(app_->BusyCount(), 0);
+    EXPECT_EQ(Subjects().size(), 3u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Fields, SortTest,
+                         testing::Values(SortCase{101, 0x00650040, false}, SortCase{102, 0x0066001F, true},
+                                         SortCase{103, 0x00650040, false}, SortCase{104, 0x00680041, false},
+                                         SortCase{105, 0x00690002, false}, SortCase{106, 0x00650040, false},
+                                         SortCase{107, 0x006B0002, false}, SortCase{108, 0x006C0002, false},
+                                         SortCase{109, 0x006D0040, false}, SortCase{110, 0x006E0041, false},
+                                         SortCase{111, 0x006F001F, true}, SortCase{112, 0x00650040, false},
+                                         SortCase{0, 0x00650040, false}));
+
+TEST_F(CommandsTest, TheListShowsTheNewOrderWithTheSameEntrySelected) {
+    List().SelectEntry(ids_[0]);
+    Command(102, 0x467);
+    EXPECT_THAT(Subjects(), ElementsAre(L"Apple", L"banana", L"cherry"));
+    EXPECT_EQ(List().GetNextItem(-1, LVNI_SELECTED), 2);
+    Command(1, 0x469);
+    EXPECT_THAT(Subjects(), ElementsAre(L"cherry", L"banana", L"Apple"));
+    EXPECT_EQ(List().GetNextItem(-1, LVNI_SELECTED), 0);
+    Command(103, 0x467);
+    EXPECT_THAT(Subjects(), ElementsAre(L"banana", L"Apple", L"cherry"));
+}
+
+// ---- Copy ----
+
+TEST_F(CommandsTest, CopyAddsAnEntryForEachSelectedOne) {
+    Select({0, 1, 2});
+    Command(105);
+    EXPECT_THAT(Subjects(), UnorderedElementsAre(L"cherry", L"cherry", L"Apple", L"Apple", L"banana", L"banana"));
+}
+
+TEST_F(CommandsTest, ACopyHasEveryPropertyOfItsEntry) {
+    Select({1});
+    Command(105);
+    std::vector<std::wstring> companies;
+    for (CEOID id = journal_.SeekFirst(); id != 0; id = journal_.SeekNext()) {
+        TSList<DbJItem> fields;
+        ASSERT_EQ(journal_.Read(id, &fields), id);
+        if (std::wstring(FindFieldByID(fields, kFieldSubject)->GetStrValue()) != L"Apple") continue;
+        companies.push_back(FindFieldByID(fields, kFieldCompany)->GetStrValue());
+    }
+    EXPECT_THAT(companies, ElementsAre(L"Talvern", L"Talvern"));
+}
+
+TEST_F(CommandsTest, CopySkipsAnEntryThatIsGone) {
+    Select({0, 1});
+    journal_.DeleteRecord(ids_[0]);
+    Command(105);
+    EXPECT_THAT(Subjects(), UnorderedElementsAre(L"Apple", L"Apple", L"banana"));
+}
+
+TEST_F(CommandsTest, CopyOfNothingAddsNothing) {
+    Command(105);
+    EXPECT_EQ(Subjects().size(), 3u);
+}
+
+// ---- Delete ----
+
+TEST_F(CommandsTest, DeleteAsksAndThenRemovesTheSelectedEntries) {
+    Select({0, 2});
+    boxes_.Expect(L"Confirm", L"Delete record?", IDYES);
+    Command(106);
+    EXPECT_THAT(Subjects(), ElementsAre(L"Apple"));
+    EXPECT_THAT(selection_.Ids(), IsEmpty());
+    EXPECT_EQ(selection_.Current(), 0u);
+    EXPECT_FALSE(List().HasCurrent());
+    ASSERT_EQ(boxes_.Seen().size(), 1u);
+    EXPECT_EQ(boxes_.Seen()[0].buttons, static_cast<UINT>(MB_YESNO));
+    EXPECT_EQ(boxes_.Seen()[0].icon, static_cast<UINT>(MB_ICONEXCLAMATION));
+    EXPECT_EQ(boxes_.Seen()[0].owner, window_->GetHandle());
+}
+
+TEST_F(CommandsTest, DeleteAnsweredNoChangesNothing) {
+    Select({0, 2});
+    boxes_.Expect(L"Confirm", L"Delete record?", IDNO);
+    Command(106);
+    EXPECT_EQ(Subjects().size(), 3u);
+    EXPECT_THAT(selection_.Ids(), UnorderedElementsAre(ids_[0], ids_[2]));
+    EXPECT_EQ(selection_.Current(), ids_[2]);
+    EXPECT_FALSE(List().HasCurrent());
+}
+
+TEST_F(CommandsTest, DeleteOfNothingDoesNotAsk) {
+    Command(106);
+    EXPECT_EQ(Subjects().size(), 3u);
+}
+
+struct ConfirmCase {
+    const wchar_t* stored;
+    bool asks;
+};
+
+class ConfirmDeletesTest : public CommandsTest, public testing::WithParamInterface<ConfirmCase> {};
+
+TEST_P(ConfirmDeletesTest, OnlyYesAsks) {
+    app_->WriteString(L"Options", L"Confirm Deletes", GetParam().stored);
+    Select({1});
+    if (GetParam().asks) boxes_.Expect(L"Confirm", L"Delete record?", IDYES);
+    Command(106);
+    EXPECT_THAT(Subjects(), ElementsAre(L"cherry", L"banana"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Values, ConfirmDeletesTest,
+                         testing::Values(ConfirmCase{L"Yes", true}, ConfirmCase{L"yes", true},
+                                         ConfirmCase{L"YES", true}, ConfirmCase{L"No", false}, ConfirmCase{L"", false},
+                                         ConfirmCase{L"Yes ", false}));
+
+}  // namespace

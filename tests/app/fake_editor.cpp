@@ -1,0 +1,18 @@
+#include "tests/app/fake_editor.h"
+
+#include "editor/entry_editor.h"
+#include "list/selection_memory.h"
+
+std::vector<CEOID> FakeEditor::opened;
+std::function<CEOID(CEOID)> FakeEditor::edit;
+
+void FakeEditor::Reset() {
+    opened.clear();
+    edit = nullptr;
+}
+
+INT_PTR EntryEditor::Run(Window&, DbJournal&, SelectionMemory& selection, unsigned short) {
+    FakeEditor::opened.push_back(selection.Current());
+    if (FakeEditor::edit) selection.SetCurrent(FakeEditor::edit(selection.Current()));
+    return IDOK;
+}

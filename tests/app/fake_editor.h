@@ -1,0 +1,18 @@
+// Stands in for the entry editor: the main window is tested without the screen it opens.
+#pragma once
+
+#include <win.h>
+
+#include <windbase.h>
+
+#include <functional>
+#include <vector>
+
+// What the main window asked of the editor, in order: the selection's current entry at that time.
+struct FakeEditor {
+    static std::vector<CEOID> opened;
+    // What the user does in it; answers the current entry that it leaves. Without one the entry stays current.
+    static std::function<CEOID(CEOID)> edit;
+
+    static void Reset();
+};
