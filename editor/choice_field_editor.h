@@ -9,7 +9,7 @@ public:
     ChoiceFieldEditor(DbJItem& field, const FieldEditorSite& site);
     ~ChoiceFieldEditor() override { list_.Destroy(); }
 
-    void Place(const RECT& cell) override { PlaceInCell(list_, cell, true); }
+    void Place(const RECT& cell) override { PlaceInCell(list_, cell, HeightOf(list_)); }
     void Enter() override { list_.SetFocus(); }
     FieldEvent OnCommand(WORD code) override;
     bool Commit() override;

@@ -10,7 +10,7 @@ class ComboFieldEditor : public FieldEditor {
 public:
     ~ComboFieldEditor() override { combo_.Destroy(); }
 
-    void Place(const RECT& cell) override { PlaceInCell(combo_, cell, true); }
+    void Place(const RECT& cell) override { PlaceInCell(combo_, cell, HeightOf(combo_)); }
     void Enter() override;
     FieldEvent OnCommand(WORD code) override;
     bool Commit() override;

@@ -39,15 +39,15 @@ DateFieldEditor::~DateFieldEditor() {
 
 void DateFieldEditor::Place(const RECT& cell) {
     if (!HasTime()) {
-        PlaceInCell(date_, cell, false);
+        PlaceInCell(date_, cell, LineHeight(date_));
         return;
     }
     RECT left = cell;
     left.right = cell.left + (cell.right - cell.left) * kDatePercent / 100;
     RECT right = cell;
     right.left = left.right;
-    PlaceInCell(date_, left, false);
-    PlaceInCell(time_, right, false);
+    PlaceInCell(date_, left, LineHeight(date_));
+    PlaceInCell(time_, right, LineHeight(time_));
 }
 
 void DateFieldEditor::Enter() {

@@ -64,7 +64,9 @@ void EntryEditor::PlaceEditor() {
 }
 
 void EntryEditor::EnterEditor() {
-    if (!editor_ || page_ != kEntryPage) return;
+    if (page_ != kEntryPage) return;
+    if (!editor_) OpenEditor(list_.Selected());
+    if (!editor_) return;
     list_.EnsureVisible(editor_->Field().GetLoc(), false);
     PlaceEditor();
     editor_->Enter();
@@ -121,8 +123,7 @@ void EntryEditor::OnKey(HWND control, UINT key) {
             if (control == list_.GetHandle()) {
                 EnterEditor();
             } else {
-                TakeEntered();
-                list_.SetFocus();
+                CloseEditor();
             }
             break;
     }

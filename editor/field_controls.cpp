@@ -1,5 +1,11 @@
 #include "editor/field_controls.h"
 
+#include "ui/gdi_scope.h"
+
+namespace {
+constexpr int kLineBorders = 8;  // device pixels: the systems that draw them do not scale them either
+}
+
 HiddenLabel::HiddenLabel(HWND form, const wchar_t* caption) {
     text_.CreateIn(form, -1, 0, {});
     text_.SetText(caption);
@@ -11,16 +17,26 @@ void RaiseInOrder(std::initializer_list<HWND> windows) {
     }
 }
 
-void PlaceInCell(Window& control, const RECT& cell, bool ownHeight) {
+void PlaceInCell(Window& control, const RECT& cell, int height) {
     if (IsRectEmpty(&cell)) {
         control.Hide();
         return;
     }
-    RECT own = {};
-    control.GetWindowRect(&own);
-    const int cellHeight = cell.bottom - cell.top;
-    const int height = ownHeight ? own.bottom - own.top : cellHeight;
-    const int y = cell.top + (cellHeight - height) / 2;
+    const int y = cell.top + (cell.bottom - cell.top - height) / 2;
     control.SetWindowPos(nullptr, cell.left, y, cell.right - cell.left, height,
                          SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW);
+}
+
+int HeightOf(const Window& control) {
+    RECT own = {};
+    control.GetWindowRect(&own);
+    return own.bottom - own.top;
+}
+
+int LineHeight(const Window& control) {
+    const WindowDc dc(control.GetHandle());
+    const SelectedObject font(dc.Dc(), reinterpret_cast<HFONT>(control.SendMessage(WM_GETFONT)));
+    TEXTMETRICW metrics = {};
+    GetTextMetricsW(dc.Dc(), &metrics);
+    return metrics.tmHeight + kLineBorders;
 }

@@ -23,6 +23,12 @@ private:
 // Puts the windows before all others in the form's order, in the order given: over the list, and first for Tab.
 void RaiseInOrder(std::initializer_list<HWND> windows);
 
-// Puts a control into a cell of a row: its whole width, its own height or the cell's, in the middle. An empty cell
-// hides it. `ownHeight`: the control decides how high it is (drop-down lists do).
-void PlaceInCell(Window& control, const RECT& cell, bool ownHeight);
+// Puts a control into a cell of a row: its whole width, `height` pixels high in the middle. An empty cell hides it.
+void PlaceInCell(Window& control, const RECT& cell, int height);
+
+// The height that a control has now: drop-down lists decide it by themselves.
+int HeightOf(const Window& control);
+
+// The height that fits a line of the control's font: in a taller picker the text does not stand in the middle on every
+// system.
+int LineHeight(const Window& control);

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr COLORREF kDefaultTextColour = RGB(125, 125, 60);
+constexpr COLORREF kOlive = RGB(125, 125, 60);
 
 constexpr int kRowHeight = 24;  // logical pixels: room for a drop-down list
 constexpr int kTextMargin = 4;
@@ -114,11 +114,11 @@ void FieldList::Draw(const DRAWITEMSTRUCT& draw) const {
 }
 
 void FieldList::DrawCaption(HDC dc, const RECT& cell, const std::wstring& text, bool selected) const {
-    if (selected) ::FillRect(dc, &cell, GetSysColorBrush(COLOR_HIGHLIGHT));
-    DrawCell(dc, cell, text, GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_ACTIVECAPTION), captionFont_.get());
+    if (selected) ::FillRect(dc, &cell, GetSysColorBrush(COLOR_ACTIVECAPTION));
+    DrawCell(dc, cell, text, selected ? GetSysColor(COLOR_CAPTIONTEXT) : kOlive, captionFont_.get());
 }
 
 void FieldList::DrawValue(HDC dc, const RECT& cell, const std::wstring& text, bool isDefault) const {
-    DrawCell(dc, cell, text, isDefault ? kDefaultTextColour : GetSysColor(COLOR_WINDOWTEXT),
+    DrawCell(dc, cell, text, isDefault ? kOlive : GetSysColor(COLOR_WINDOWTEXT),
              (isDefault ? defaultFont_ : valueFont_).get());
 }

@@ -6,8 +6,8 @@
 #include "ui/list_view.h"
 #include "ui/unique_handle.h"
 
-// Captions are bold in the colour of an active caption, values normal, and a text that stands for an empty value thin
-// and olive. The selected row's caption is drawn as selected; its value is where the field's editor goes.
+// Captions are bold and olive, values normal, and a text that stands for an empty value thin and olive. The selected
+// row's caption has the colours of an active window's caption; its value is where the field's editor goes.
 class FieldList : public ListView {
 public:
     // Creates the list as a child of `parent` at `place` (device pixels), with its two columns.

@@ -14,7 +14,7 @@ TextFieldEditor::TextFieldEditor(DbJItem& field, const FieldEditorSite& site)
 }
 
 void TextFieldEditor::Place(const RECT& cell) {
-    PlaceInCell(edit_, cell, false);
+    PlaceInCell(edit_, cell, LineHeight(edit_));
 }
 
 void TextFieldEditor::Enter() {

@@ -2,6 +2,7 @@
 
 #include <aygshell.h>
 #include <inkx.h>
+#include <px.h>
 #include <richink.h>
 
 #include "res/ids.h"
@@ -42,7 +43,7 @@ EditorScreen::EditorScreen() {
     sip.cbSize = sizeof sip;
     SHSipInfo(SPI_GETSIPINFO, 0, &sip, 0);
     SIZE size = {sip.rcVisibleDesktop.right - sip.rcVisibleDesktop.left,
-                 sip.rcVisibleDesktop.bottom - sip.rcVisibleDesktop.top};
+                 sip.rcVisibleDesktop.bottom - sip.rcVisibleDesktop.top - Px(kMenuBarHeight)};
     SHScreenWindow(&style, &size);
     owner_.Create(windowClass.lpszClassName, L"Owner", style, 40, 40, size.cx, size.cy, nullptr, nullptr,
                   windowClass.hInstance, nullptr);

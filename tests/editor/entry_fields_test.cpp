@@ -5,6 +5,7 @@
 #include "data/db_cats.h"
 #include "res/ids.h"
 #include "tests/editor/editor_screen.h"
+#include "tests/support/pump.h"
 #include "text/date_time.h"
 
 namespace {
@@ -351,11 +352,26 @@ TEST_F(EntryFieldsTest, ReturnTakesTheValueAndGoesBackToTheList) {
         Retype(Editor(), L"Talvern");
         Press(Editor(), VK_RETURN);
         EXPECT_EQ(RowText(kFieldCompany), L"Talvern");
+        EXPECT_EQ(Editor(), nullptr);
         EXPECT_EQ(GetFocus(), List());
         Press(List(), VK_RETURN);
+        ASSERT_NE(Editor(), nullptr);
         EXPECT_EQ(GetFocus(), Editor());
     });
     EXPECT_EQ(StoredText(id, kPropCompany), L"Talvern");
+}
+
+TEST_F(EntryFieldsTest, ATapOnTheSelectedRowOpensItsEditorAgain) {
+    Edit(AddLunch(), kFieldCompany, [&] {
+        Press(Editor(), VK_RETURN);
+        ASSERT_EQ(Editor(), nullptr);
+        NMITEMACTIVATE tap = {};
+        tap.hdr = {List(), IDC_EDITOR_FIELDS, static_cast<UINT>(NM_CLICK)};
+        SendMessageW(Screen(), WM_NOTIFY, IDC_EDITOR_FIELDS, reinterpret_cast<LPARAM>(&tap));
+        PumpOnce();
+        ASSERT_NE(Editor(), nullptr);
+        EXPECT_EQ(GetFocus(), Editor());
+    });
 }
 
 TEST_F(EntryFieldsTest, ReturnInAnEditorDoesNotCloseTheScreen) {
