@@ -2,6 +2,13 @@
 
 #include <px.h>
 
+bool TabControl::CreateIn(HWND parent, int id, DWORD style, const RECT& place) {
+    if (!Control::CreateIn(parent, id, style, place)) return false;
+    // What the system uses at 96 DPI; it scales the text with the font, but not this.
+    SendMessage(TCM_SETPADDING, 0, MAKELPARAM(Px(6), Px(3)));
+    return true;
+}
+
 int TabControl::InsertTab(int index, const wchar_t* text) {
     TCITEMW item = {};
     item.mask = TCIF_TEXT;

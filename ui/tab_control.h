@@ -7,6 +7,8 @@ class TabControl : public Control {
 public:
     TabControl() : Control(WC_TABCONTROLW) {}
 
+    // As every control is made; the space around the tabs' texts is scaled too.
+    bool CreateIn(HWND parent, int id, DWORD style, const RECT& place);
     // Answers the tab's index, -1 on failure.
     int InsertTab(int index, const wchar_t* text);
     int GetCount() const;
