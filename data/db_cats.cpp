@@ -4,25 +4,10 @@
 #include "data/field_ids.h"
 #include "data/record_buffer.h"
 
-namespace {
-
-// The categories have their own module name and line in the report of a database that is missing.
-constexpr int kLineMissing = 37;
-constexpr wchar_t kModule[] = L"DbCategories";
-
-}  // namespace
-
-DbCats::~DbCats() {
-    DbCats::Close();
-}
+DbCats::~DbCats() = default;
 
 int DbCats::Open(HWND notify) {
-    Close();
-    if (!Exists(kCategoriesDatabase)) {
-        ReportError(kLineMissing, kModule);
-        return 0;
-    }
-    return CeDbase::Open(kCategoriesDatabase, kPropCategoryName, 0, notify);
+    return DbCategories::Open(kPropCategoryName, notify);
 }
 
 std::wstring DbCats::GetName(CEOID category) {
@@ -32,13 +17,6 @@ std::wstring DbCats::GetName(CEOID category) {
     RecordBuffer record;
     if (ReadRecordProps(&count, ids, record.Put()) != category || !record.Has(0)) return {};
     return record[0].val.lpwstr;
-}
-
-CEOID DbCats::FindByName(const wchar_t* name) {
-    CEPROPVAL value{};
-    value.propid = kPropCategoryName;
-    value.val.lpwstr = const_cast<wchar_t*>(name);
-    return SeekValueFirstEqual(&value);
 }
 
 void DbCats::ReadBlob(const CEBLOB& blob, TSList<DbCItem>* categories) {

@@ -5,25 +5,22 @@
 #include <string>
 #include <vector>
 
-#include "data/ce_dbase.h"
+#include "data/db_categories.h"
 #include "data/dbc_item.h"
 #include "data/ts_list.h"
 
-class ORVANE_API DbCats : public CeDbase {
+class ORVANE_API DbCats : public DbCategories {
 public:
     DbCats() = default;
-    // Closes the database.
     ~DbCats() override;
 
-    using CeDbase::Open;
+    using DbCategories::Open;
     // Opens the device's categories database, sorted by name. Non-zero on success. It is never made here: when it is
     // missing, that is reported. `notify` may be null.
     int Open(HWND notify);
 
     // A category's name; "" when there is no such category. Moves the current position.
     std::wstring GetName(CEOID category);
-    // The category of that name (hidden ones too), 0 when there is none. Moves the current position.
-    CEOID FindByName(const wchar_t* name);
 
     // Appends the categories that an entry's bytes name, in order. Ids without a category are left out.
     void ReadBlob(const CEBLOB& blob, TSList<DbCItem>* categories);
