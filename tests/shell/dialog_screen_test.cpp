@@ -20,7 +20,7 @@ protected:
         ASSERT_NE(dialog_, nullptr);
         ShowWindow(dialog_, SW_SHOW);
         SetForegroundWindow(dialog_);
-        ASSERT_TRUE(PumpUntil([&] { return GetForegroundWindow() == dialog_; }));
+        Settle(dialog_);
     }
     void Open(UINT id, DWORD flags = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLG) { Open(id, flags, Window()); }
 

@@ -10,9 +10,9 @@ class GestureTest : public ShellTest {
 protected:
     // The stylus goes down at a point of the window; what follows is in the queue before the shell looks.
     DWORD Recognize(DWORD flags, const std::function<void()>& then = {}) {
-        down_ = {Px(50), Px(60)};
-        ClientToScreen(Window(), &down_);
-        MoveTo(down_);
+        const Place place = At(Window(), Px(50), Px(60));
+        MoveTo(place);
+        down_ = place.point();
         Press();
         EXPECT_TRUE(PumpUntil([&] { return !Seen(WM_LBUTTONDOWN).empty(); }));
         if (then) then();

@@ -108,13 +108,12 @@ TEST_F(MenuBarTest, ANewTextChangesTheButtonsWidth) {
 }
 
 TEST_F(MenuBarTest, TheDropDownOpensAboveItsButtonOnThePress) {
-    const POINT at = Middle(Toolbar(), IDM_TOOLS);
     RECT menu{};
     WhenMenuOpens([&](HWND open) {
         GetWindowRect(open, &menu);
         EndMenu();
     });
-    MoveTo(at);
+    MoveTo(Middle(Toolbar(), IDM_TOOLS));
     Press();
     EXPECT_TRUE(PumpUntil([&] { return menu.bottom != 0; }));
     Release();
@@ -137,7 +136,7 @@ TEST_F(MenuBarTest, AnItemOfTheDropDownIsTakenByTheMouse) {
     WhenMenuOpens([&](HWND open) {
         RECT place;
         GetWindowRect(open, &place);
-        MoveTo({(place.left + place.right) / 2, place.top + GetSystemMetrics(SM_CYMENU) / 2});
+        MoveTo(POINT{(place.left + place.right) / 2, place.top + GetSystemMetrics(SM_CYMENU) / 2});
         Press();
         Release();
     });
@@ -149,9 +148,7 @@ TEST_F(MenuBarTest, TheNewButtonSendsItsCommandWithoutAMenu) {
     std::vector<UINT> codes;
     onNotify = [&](NMHDR* notice) { return codes.push_back(notice->code), 0; };
     const RECT before = BarPlace();
-    POINT left = Middle(Toolbar(), IDM_SHAREDNEW);
-    left.x -= Px(10);
-    Click(left);
+    Click(LeftPart(Toolbar(), IDM_SHAREDNEW));
     ASSERT_TRUE(WaitForCommand(IDM_SHAREDNEW));
     EXPECT_TRUE(codes.empty());
     EXPECT_EQ(before.top, BarPlace().top);
@@ -190,9 +187,7 @@ TEST_F(MenuBarTest, TheOnePartNewButtonAlwaysOpensTheMenu) {
     ASSERT_TRUE(CreateBar(IDR_DEFAULT_NEW));
     std::vector<UINT> codes;
     onNotify = [&](NMHDR* notice) { return codes.push_back(notice->code), 0; };
-    POINT left = Middle(Toolbar(), IDM_SHAREDNEWDEFAULT);
-    left.x -= Px(10);
-    Click(left);
+    Click(LeftPart(Toolbar(), IDM_SHAREDNEWDEFAULT));
     EXPECT_TRUE(PumpUntil([&] { return codes.size() == 2; }));
     EXPECT_TRUE(Commands().empty());
 }

@@ -58,12 +58,11 @@ TEST_F(ScreenTest, TheActivationRecordKnowsWhetherTheWindowIsActive) {
 }
 
 TEST_F(ScreenTest, ARightClickIsATapAndHold) {
-    POINT at{Px(30), Px(40)};
-    ClientToScreen(Window(), &at);
     NMRGINFO seen{};
     onNotify = [&](NMHDR* notice) { return seen = *reinterpret_cast<NMRGINFO*>(notice), 0; };
-    RightClick(at);
+    RightClick(At(Window(), Px(30), Px(40)));
     ASSERT_TRUE(PumpUntil([&] { return seen.hdr.code != 0; }));
+    const POINT at = At(Window(), Px(30), Px(40)).point();
     EXPECT_EQ(seen.hdr.code, static_cast<UINT>(GN_CONTEXTMENU));
     EXPECT_EQ(seen.hdr.hwndFrom, Window());
     EXPECT_EQ(seen.ptAction.x, at.x);
@@ -78,9 +77,7 @@ TEST_F(ScreenTest, ARightClickOnTheListComesWithTheListAsItsSender) {
         if (notice->code == GN_CONTEXTMENU) seen = *reinterpret_cast<NMRGINFO*>(notice);
         return 0;
     };
-    POINT at{Px(30), Px(60)};
-    ClientToScreen(Window(), &at);
-    RightClick(at);
+    RightClick(At(list, Px(30), Px(60)));
     ASSERT_TRUE(PumpUntil([&] { return seen.hdr.code != 0; }));
     EXPECT_EQ(seen.hdr.hwndFrom, list);
     EXPECT_EQ(seen.hdr.idFrom, 101u);

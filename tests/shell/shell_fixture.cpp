@@ -21,13 +21,23 @@ RECT ButtonRect(HWND toolbar, UINT command) {
     return button;
 }
 
+HWND pressed = nullptr;  // the window of the last press that this thread took out of its queue
+
+LRESULT CALLBACK CountPresses(int code, WPARAM removed, LPARAM data) {
+    const UINT message = reinterpret_cast<const MSG*>(data)->message;
+    const bool press = message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK || message == WM_RBUTTONDOWN ||
+                       message == WM_RBUTTONDBLCLK;
+    if (code == HC_ACTION && removed == PM_REMOVE && press) pressed = reinterpret_cast<const MSG*>(data)->hwnd;
+    return CallNextHookEx(nullptr, code, removed, data);
+}
+
 HWND ChildOfClass(HWND parent, const wchar_t* name) {
     return FindWindowExW(parent, nullptr, name, nullptr);
 }
 
 }  // namespace
 
-ShellTest::ShellTest() {
+ShellTest::ShellTest() : hook_(SetWindowsHookExW(WH_GETMESSAGE, CountPresses, nullptr, GetCurrentThreadId())) {
     WNDCLASSW window{};
     window.lpfnWndProc = Procedure;
     window.hInstance = GetModuleHandleW(nullptr);
@@ -42,13 +52,27 @@ ShellTest::ShellTest() {
                               window.hInstance, this);
     ShowWindow(window_, SW_SHOW);
     SetForegroundWindow(window_);
-    (void)PumpUntil([&] { return GetForegroundWindow() == window_; });
+    Settle(window_);
+}
+
+void ShellTest::Settle(HWND window) {
+    constexpr int kStill = 4;  // turns of the loop without a move
+    RECT last{};
+    int still = 0;
+    EXPECT_TRUE(PumpUntil([&] {
+        RECT now;
+        GetWindowRect(window, &now);
+        still = EqualRect(&now, &last) ? still + 1 : 0;
+        last = now;
+        return still >= kStill && GetForegroundWindow() == window;
+    }));
 }
 
 ShellTest::~ShellTest() {
-    MoveTo({0, 0});
+    MoveTo(POINT{0, 0});
     DestroyWindow(window_);
     PumpOnce();
+    UnhookWindowsHookEx(hook_);
 }
 
 LRESULT CALLBACK ShellTest::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
@@ -98,20 +122,49 @@ HWND ShellTest::DoneBar() const {
     return ChildOfClass(Bar(), L"ToolbarWindow32");
 }
 
-POINT ShellTest::Middle(HWND toolbar, UINT command) const {
-    const RECT button = ButtonRect(toolbar, command);
-    return {(button.left + button.right) / 2, (button.top + button.bottom) / 2};
+ShellTest::Place ShellTest::Middle(HWND toolbar, UINT command) {
+    return {toolbar, [=] {
+                const RECT button = ButtonRect(toolbar, command);
+                return POINT{(button.left + button.right) / 2, (button.top + button.bottom) / 2};
+            }};
 }
 
-POINT ShellTest::RightEnd(HWND toolbar, UINT command) const {
-    const RECT button = ButtonRect(toolbar, command);
-    return {button.right - Px(5), (button.top + button.bottom) / 2};
+ShellTest::Place ShellTest::LeftPart(HWND toolbar, UINT command) {
+    return {toolbar, [=] {
+                const RECT button = ButtonRect(toolbar, command);
+                return POINT{button.left + Px(5), (button.top + button.bottom) / 2};
+            }};
+}
+
+ShellTest::Place ShellTest::RightEnd(HWND toolbar, UINT command) {
+    return {toolbar, [=] {
+                const RECT button = ButtonRect(toolbar, command);
+                return POINT{button.right - Px(5), (button.top + button.bottom) / 2};
+            }};
+}
+
+ShellTest::Place ShellTest::At(HWND window, int x, int y) {
+    return {window, [=] {
+                POINT at{x, y};
+                ClientToScreen(window, &at);
+                return at;
+            }};
 }
 
 void ShellTest::MoveTo(POINT at) {
     SetCursorPos(at.x, at.y);
     Mouse(MOUSEEVENTF_MOVE);
     PumpOnce();
+}
+
+void ShellTest::MoveTo(const Place& at) {
+    POINT now = at.point();
+    EXPECT_TRUE(PumpUntil([&] {
+        const POINT before = now;
+        MoveTo(before);
+        now = at.point();
+        return now.x == before.x && now.y == before.y;
+    }));
 }
 
 void ShellTest::Press() {
@@ -121,18 +174,25 @@ void ShellTest::Release() {
     Mouse(MOUSEEVENTF_LEFTUP);
 }
 
-void ShellTest::Click(POINT at) {
-    MoveTo(at);
-    Press();
-    Release();
-    PumpOnce();
+// Input is in the queue of the window under the pointer as soon as SendInput returns. Where the press did not come
+// out of the queue for the window that was meant, the window manager has moved the window away from under it: once
+// more.
+void ShellTest::Click(const Place& at, DWORD down, DWORD up) {
+    pressed = nullptr;
+    EXPECT_TRUE(PumpUntil([&] {
+        MoveTo(at);
+        Mouse(down);
+        Mouse(up);
+        PumpOnce();
+        return pressed == at.window;
+    }));
 }
 
-void ShellTest::RightClick(POINT at) {
-    MoveTo(at);
-    Mouse(MOUSEEVENTF_RIGHTDOWN);
-    Mouse(MOUSEEVENTF_RIGHTUP);
-    PumpOnce();
+void ShellTest::Click(const Place& at) {
+    Click(at, MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP);
+}
+void ShellTest::RightClick(const Place& at) {
+    Click(at, MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP);
 }
 
 void ShellTest::Type(WORD key) {

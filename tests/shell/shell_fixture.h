@@ -22,6 +22,10 @@ protected:
     ShellTest();
     ~ShellTest() override;
 
+    // Waits until a window just shown is in front and the window manager has put it where it stays: it moves a new
+    // window once into its frame and back.
+    static void Settle(HWND window);
+
     // Gives the window the bar of a resource; answers what SHCreateMenuBar answers, the bar is in Bar().
     bool CreateBar(UINT resource, DWORD flags = 0);
     HWND Window() const { return window_; }
@@ -31,16 +35,25 @@ protected:
     HWND Toolbar() const;
     HWND DoneBar() const;
 
-    // The middle of a button, or its right end, on the screen.
-    POINT Middle(HWND toolbar, UINT command) const;
-    POINT RightEnd(HWND toolbar, UINT command) const;
+    // A place in a window, looked up anew each time: a window manager may still be moving the window.
+    struct Place {
+        HWND window;
+        std::function<POINT()> point;
+    };
+    // The middle of a button, or its left or right part.
+    static Place Middle(HWND toolbar, UINT command);
+    static Place LeftPart(HWND toolbar, UINT command);
+    static Place RightEnd(HWND toolbar, UINT command);
+    // A point of a window's client area.
+    static Place At(HWND window, int x, int y);
 
     // Real input: the pointer moves, the button goes down and up where the pointer is.
     static void MoveTo(POINT at);
+    static void MoveTo(const Place& at);
     static void Press();
     static void Release();
-    void Click(POINT at);
-    void RightClick(POINT at);
+    void Click(const Place& at);
+    void RightClick(const Place& at);
     static void Type(WORD key);
 
     // Messages of that number received since the last Forget.
@@ -58,6 +71,9 @@ protected:
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
 
+    static void Click(const Place& at, DWORD down, DWORD up);
+
+    HHOOK hook_;
     HWND window_ = nullptr;
     std::vector<SeenMessage> seen_;
     std::function<void(HWND)> whenMenuOpens_;
