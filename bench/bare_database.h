@@ -1,0 +1,46 @@
+// The bound: the same entries in SQLite with nothing around it, in the shape best for each question. What the journal
+// does through its layers is held against one statement here.
+#pragma once
+
+#include <win.h>
+
+#include <string>
+
+#include "bench/sample_entries.h"
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+class BareDatabase {
+public:
+    BareDatabase(const std::wstring& path, unsigned entries);
+    ~BareDatabase();
+    BareDatabase(const BareDatabase&) = delete;
+    BareDatabase& operator=(const BareDatabase&) = delete;
+
+    void Reopen();  // closes, opens, reads one row
+    void ReadCount();
+    // Thirty rows of id, start, subject and categories in the order of start: the first, or from half way, or the last.
+    void ReadFirstPage();
+    void ReadMiddlePage();
+    void ReadLastPage();
+    // Every row's start, subject and categories.
+    void ReadAll();
+    void Insert(const SampleEntry& entry);
+    void Update();         // one subject
+    void DeleteLast();     // the entry inserted last
+    void SortBySubject();  // drops the index, if there is one, and builds it on the subject's sort key
+    void SortByStart();
+
+private:
+    void Open();
+    void Close();
+    void Run(const char* sql);
+    void ReadPage(const char* sql, bool fromMiddle);
+    void InsertEntry(const SampleEntry& entry);
+
+    const std::string path_;
+    sqlite3* database_ = nullptr;
+    FILETIME middle_ = {};
+    bool updated_ = false;
+};

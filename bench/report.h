@@ -1,0 +1,36 @@
+// Measuring, and saying what came of it.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+// The median time of one call in microseconds, over `runs` calls. `before` runs before each and is not counted.
+double Measure(int runs, const std::function<void()>& work, const std::function<void()>& before = {});
+
+struct Result {
+    std::string operation;
+    unsigned entries = 0;
+    double time = 0;      // microseconds
+    double bound = 0;     // microseconds; what it is held against, in the same run
+    std::string against;  // what that is
+};
+
+class Report {
+public:
+    void Add(Result result);
+    void AddMemory(unsigned entries);  // the process's peak so far
+    // The table, and then one line of JSON for each result.
+    void Print() const;
+
+private:
+    struct Memory {
+        unsigned entries;
+        double megabytes;
+    };
+    std::vector<Result> results_;
+    std::vector<Memory> memory_;
+};
+
+// Ends the program, saying what did not work: nothing measured after a failure means anything.
+void Require(bool worked, const char* what);
