@@ -24,14 +24,14 @@ needs_build=(
 needs_fetch=(npm:npm /etc/ssl/certs/ca-certificates.crt:ca-certificates)
 # Wine loads the X libraries at run time; without them it has no windows or no cursor, and says nothing.
 needs_run=(
-    wine:wine /usr/lib/wine/wine64:wine64
+    wine:wine /usr/lib/wine/wine64:wine64 xdotool:xdotool
     $lib/libXcomposite.so.1:libxcomposite1 $lib/libXcursor.so.1:libxcursor1 $lib/libXfixes.so.3:libxfixes3
     $lib/libXi.so.6:libxi6 $lib/libXinerama.so.1:libxinerama1 $lib/libXrandr.so.2:libxrandr2
     $lib/libXrender.so.1:libxrender1
     /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf:fonts-dejavu-core
     /usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf:fonts-liberation
 )
-needs_display=(Xvfb:xvfb openbox:openbox xprop:x11-utils xdotool:xdotool import:imagemagick)
+needs_display=(Xvfb:xvfb openbox:openbox xprop:x11-utils import:imagemagick)
 needs_test=(
     /usr/src/googletest/CMakeLists.txt:googletest
     clang-format:clang-format git:git python3:python3

@@ -77,6 +77,11 @@ class Display:
     def key(self, *names):
         run("xdotool", "key", "--delay", 15, *names)
 
+    def active_window(self):
+        """The title of the window that has the keys, whichever program's it is."""
+        found = subprocess.run(["xdotool", "getactivewindow", "getwindowname"], capture_output=True, text=True, timeout=60)
+        return found.stdout.strip()
+
     def picture(self, name):
         """Saves what the display shows, for people to look at; answers the file."""
         self.taken += 1

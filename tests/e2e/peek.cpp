@@ -186,6 +186,7 @@ std::string Describe(HWND window, HWND focus) {
         .Flag("visible", IsWindowVisible(window))
         .Flag("enabled", IsWindowEnabled(window))
         .Flag("focus", window == focus)
+        .Flag("foreground", window == GetForegroundWindow())
         .Done();
 }
 
