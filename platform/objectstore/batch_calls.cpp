@@ -33,7 +33,13 @@ BOOL CeBeginBatch() {
 }
 
 BOOL CeCommitBatch() {
-    return Call("CeCommitBatch", FALSE, [](Store& store) { return EndBatch(store, true); });
+    if (Call("CeCommitBatch", FALSE, [](Store& store) { return EndBatch(store, true); })) return TRUE;
+    // However it failed, the batch is over and the lock free.
+    const DWORD error = GetLastError();
+    Call("", FALSE,
+         [](Store& store) { return store.IsOpen() && store.Open().InBatch() ? EndBatch(store, false) : FALSE; });
+    SetLastError(error);
+    return FALSE;
 }
 
 BOOL CeCancelBatch() {

@@ -1,5 +1,6 @@
 // Many writes as one.
 #include <storebatch.h>
+#include <storefault.h>
 
 #include <thread>
 
@@ -64,6 +65,18 @@ TEST_F(BatchTest, ThereIsOneBatchAtATime) {
     EXPECT_FALSE(CeUnmountObjectStore());
     EXPECT_TRUE(CeCommitBatch());
     EXPECT_FALSE(CeCommitBatch());
+}
+
+TEST_F(BatchTest, ABatchThatCannotBeCommittedIsOver) {
+    ASSERT_TRUE(CeBeginBatch());
+    Add(database, L"a");
+    CeFailCall("CeCommitBatch", 1, ERROR_DISK_FULL);
+    EXPECT_FALSE(CeCommitBatch());
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_DISK_FULL});
+    EXPECT_EQ(Count(Oid()), 0);
+    WORD seen = 1;
+    std::thread([&] { seen = Count(Oid()); }).join();
+    EXPECT_EQ(seen, 0) << "other threads need not wait any longer";
 }
 
 TEST_F(BatchTest, OtherThreadsWaitForItsEnd) {
