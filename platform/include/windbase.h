@@ -173,7 +173,8 @@ typedef struct _CEOIDINFO {
 
 // Makes an empty database and answers its id (not a handle), 0 on failure: 52, 87, 112.
 // The name is compared without regard to case; a leading backslash is part of it. type is the application's own tag.
-// Up to four sort orders, each on another property; specs may be null when there are none.
+// Up to four sort orders, each on another property; specs may be null when there are none. Trailing ones of property 0,
+// which programs count and leave empty, are taken for none.
 CEHOST_API CEOID CeCreateDatabase(LPCWSTR name, DWORD type, WORD sortOrders, const SORTORDERSPEC* specs);
 
 // Opens a database and answers a handle for CloseHandle, INVALID_HANDLE_VALUE on failure: 2, 8, 87.

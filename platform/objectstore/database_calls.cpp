@@ -33,7 +33,8 @@ std::wstring CheckedName(LPCWSTR name) {
 std::vector<SORTORDERSPEC> CheckedOrders(WORD count, const SORTORDERSPEC* specs) {
     if (count > CEDB_MAXSORTORDER || (count > 0 && !specs)) Fail(ERROR_INVALID_PARAMETER);
     // Programs count orders that they leave zero; the first one has to be named.
-    while (count > 1 && specs[count - 1].propid == 0) --count;
+    while (count > 1 && specs[count - 1].propid == 0)
+        --count;
     std::vector<SORTORDERSPEC> orders(specs, specs + count);
     for (auto order = orders.begin(); order != orders.end(); ++order) {
         const auto same = [&](const SORTORDERSPEC& other) { return other.propid == order->propid; };

@@ -88,6 +88,13 @@ TEST_F(DatabaseTest, RefusesSortOrdersThatAreNone) {
     EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
 }
 
+TEST_F(DatabaseTest, EmptySortOrdersBehindOthersCountForNone) {
+    const SORTORDERSPEC specs[3] = {{kText, 0}, {0, 0}, {0, 0}};
+    CEOIDINFO info = {};
+    ASSERT_TRUE(CeOidGetInfo(CeCreateDatabase(L"x", 1, 3, specs), &info));
+    EXPECT_EQ(info.infDatabase.wNumSortOrder, 1);
+}
+
 TEST_F(DatabaseTest, OpensByNameInAnyCaseOrById) {
     const CEOID made = CeCreateDatabase(L"\\Some", 1, 0, nullptr);
     DatabaseHandle byName(OpenBy(0, 0, nullptr, L"\\sOME"));
