@@ -27,6 +27,23 @@ int DateColumnWidth(HWND list) {
     return std::max(Px(kDateWidth), static_cast<int>(text) + Px(12));
 }
 
+// Stops a visible list from drawing, until the end of the block: each of thousands of selected rows would be shown.
+class DrawingPause {
+public:
+    explicit DrawingPause(const ListView& list) : list_(list), paused_(list.IsVisible()) {
+        if (paused_) list_.SendMessage(WM_SETREDRAW, FALSE);
+    }
+    ~DrawingPause() {
+        if (paused_) list_.SendMessage(WM_SETREDRAW, TRUE);
+    }
+    DrawingPause(const DrawingPause&) = delete;
+    DrawingPause& operator=(const DrawingPause&) = delete;
+
+private:
+    const ListView& list_;
+    const bool paused_;
+};
+
 }  // namespace
 
 EntryList* EntryList::live_ = nullptr;
@@ -56,26 +73,29 @@ void EntryList::RefreshList() {
     filter_.passed = rows_.Count();
     SetItemCount(filter_.passed);
     FitColumns();
-
-    for (const CEOID id : selected)
-        SelectEntry(id);
+    {
+        const DrawingPause pause(*this);
+        for (const CEOID id : selected)
+            SelectEntry(id);
+    }
     SelectEntry(current);
 }
 
 void EntryList::SelectEntry(CEOID id) {
+    const int row = MarkEntry(id);
+    if (row < 0) return;
+    EnsureVisible(row, false);
+    Update();
+}
+
+int EntryList::MarkEntry(CEOID id) {
     constexpr UINT kBoth = LVIS_SELECTED | LVIS_FOCUSED;
     const int row = id == 0 ? -1 : journal_.SeekToOidIndex(id);
-    if (row >= 0 && IsWindow()) {
-        SetItemState(row, kBoth, kBoth);
-        EnsureVisible(row, false);
-        Update();
-        selection_.SetCurrent(id);
-        hasCurrent_ = true;
-    } else {
-        SetItemState(row, 0, kBoth);
-        selection_.SetCurrent(0);
-        hasCurrent_ = false;
-    }
+    const bool found = row >= 0 && IsWindow();
+    SetItemState(row, found ? kBoth : 0, kBoth);
+    selection_.SetCurrent(found ? id : 0);
+    hasCurrent_ = found;
+    return found ? row : -1;
 }
 
 void EntryList::ClearSelection() {

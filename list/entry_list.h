@@ -49,6 +49,8 @@ private:
     static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) noexcept;
     bool OnStylusDown(POINT point);
 
+    // SelectEntry without showing the row; answers it, or -1.
+    int MarkEntry(CEOID id);
     void FitColumns();
     void SelectRow(int row);
     void SendCommand(WORD id);

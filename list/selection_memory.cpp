@@ -1,6 +1,7 @@
 #include "list/selection_memory.h"
 
 #include <algorithm>
+#include <iterator>
 
 bool SelectionMemory::Add(CEOID id) {
     if (id == 0 || !known_.insert(id).second) return false;
@@ -11,7 +12,8 @@ bool SelectionMemory::Add(CEOID id) {
 bool SelectionMemory::Remove(CEOID id) {
     if (id != 0 && id == current_) current_ = 0;
     if (known_.erase(id) == 0) return false;
-    ids_.erase(std::find(ids_.begin(), ids_.end(), id));
+    // From the back: re-selecting many entries takes the one selected last out and puts it in again, for each of them.
+    ids_.erase(std::prev(std::find(ids_.rbegin(), ids_.rend(), id).base()));
     return true;
 }
 

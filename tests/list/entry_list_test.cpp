@@ -230,6 +230,17 @@ TEST_F(EntryListTest, RebuildScrollsTheCurrentEntryIntoView) {
     EXPECT_GE(list_.GetTopIndex() + list_.GetCountPerPage(), 151);
 }
 
+TEST_F(EntryListTest, ReselectsManyEntries) {
+    const auto ids = InsertDays(300);
+    for (const CEOID id : ids)
+        selection_.Add(id);
+    selection_.SetCurrent(ids[1]);
+    list_.RefreshList();
+    EXPECT_EQ(RowsWith(kSelected).size(), ids.size());
+    EXPECT_EQ(selection_.Ids().size(), ids.size());
+    EXPECT_THAT(RowsWith(kFocused), ElementsAre(1));
+}
+
 TEST_F(EntryListTest, RebuildAnnouncesTheEmptyingAndThenEachSelectedRow) {
     const auto ids = InsertDays(3);
     list_.RefreshList();
