@@ -30,6 +30,8 @@ bool EntryForm::Build(const FormRecord& record) {
     SetText(LoadText(IDS_JOURNAL_ENTRY).c_str());
     if (!MakeControls()) return false;
 
+    // Before the text comes: on some systems a text keeps the character widths of the zoom it was loaded with.
+    body_.ApplySettings();
     journal_.Read(id_, &fields_);
     FillRows(pim, row ? row->field : 0);
     return true;
@@ -62,7 +64,7 @@ void EntryForm::Layout() {
     RECT page = client;
     page.bottom = client.bottom - strip;
     tabs_.MoveWindow(0, page.bottom, client.right, strip);
-    body_.MoveWindow(0, 0, page.right, page.bottom);
+    body_.Place(page);
     list_.Place(page);
 }
 

@@ -2,6 +2,7 @@
 
 #include <iterator>
 
+#include "px.h"
 #include "res/ids.h"
 #include "text/date_time.h"
 #include "ui/application.h"
@@ -12,6 +13,7 @@ namespace {
 constexpr wchar_t kZoomValue[] = L"iZoom";
 constexpr wchar_t kViewValue[] = L"iView";
 constexpr int kDefaultZoom = 100;
+constexpr int kTextMargin = 4;  // logical pixels, as in the field list
 
 int ReadOption(const wchar_t* name, int fallback) {
     return Application::Current()->ReadInt(LoadText(IDS_OPTIONS), name, fallback);
@@ -24,26 +26,41 @@ void WriteOption(const wchar_t* name, int value) {
 }  // namespace
 
 bool NoteBody::CreateIn(HWND parent, int id, const RECT& place) {
-    return RichInk::CreateIn(parent, id, WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN,
-                             place);
+    // The scroll bar is always there: one that comes with the text makes some systems wrap a long text all over again
+    // for every piece they load, for minutes and until the stack is used up.
+    constexpr DWORD style =
+        WS_TABSTOP | WS_VSCROLL | ES_DISABLENOSCROLL | ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN;
+    return RichInk::CreateIn(parent, id, style, place);
+}
+
+void NoteBody::Place(const RECT& place) {
+    MoveWindow(place.left, place.top, place.right - place.left, place.bottom - place.top);
+    RECT text = {};
+    ::GetClientRect(GetHandle(), &text);
+    InflateRect(&text, -Px(kTextMargin), -Px(kTextMargin) / 2);
+    SendMessage(EM_SETRECT, 0, reinterpret_cast<LPARAM>(&text));
 }
 
 void NoteBody::Load(const DbJItem& body) {
+    if (shown_ == &body && !IsModified()) return;
+    shown_ = &body;
     const CEBLOB& blob = *body.GetBlob();
     StreamIn(SF_RTF, std::vector<BYTE>(blob.lpb, blob.lpb + blob.dwCount));
 }
 
-bool NoteBody::Store(DbJItem& body) const {
+bool NoteBody::Store(DbJItem& body) {
     if (IsEmpty()) {
         body.SetStrValue(L"");
         body.SetBlob(nullptr);
-        return true;
+    } else {
+        std::vector<BYTE> bytes = StreamOut(SF_RTF);
+        if (bytes.empty()) return false;
+        const CEBLOB blob = {static_cast<DWORD>(bytes.size()), bytes.data()};
+        body.SetBlob(&blob);
+        body.SetStrValue(StreamOutText().c_str());
     }
-    std::vector<BYTE> bytes = StreamOut(SF_RTF);
-    if (bytes.empty()) return false;
-    const CEBLOB blob = {static_cast<DWORD>(bytes.size()), bytes.data()};
-    body.SetBlob(&blob);
-    body.SetStrValue(StreamOutText().c_str());
+    shown_ = &body;
+    SetModified(false);
     return true;
 }
 

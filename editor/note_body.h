@@ -11,11 +11,15 @@ public:
     // Creates the control, hidden, as a child of `parent` at `place` (device pixels). False when it cannot be made.
     bool CreateIn(HWND parent, int id, const RECT& place);
 
-    // Shows the field's bytes; bytes that are no rich text show as nothing. Not a change.
+    // Moves the control; the text keeps a little away from its borders.
+    void Place(const RECT& place);
+
+    // Shows the field's bytes; bytes that are no rich text show as nothing. Not a change. A field that the control has
+    // shown or stored last is there already, unless the text was changed since: a long text is not loaded twice.
     void Load(const DbJItem& body);
     // Gives the field the contents, as bytes and as plain text; an empty body clears both. False, and the field keeps
     // what it had, when the control cannot give its contents.
-    bool Store(DbJItem& body) const;
+    bool Store(DbJItem& body);
     bool IsEmpty() const { return GetTextLength() == 0; }
 
     // Applies the zoom and the view mode that the settings hold ("iZoom", "iView"); nothing is limited here.
@@ -35,6 +39,9 @@ public:
 
     // Puts "<stamp> - " on a new line at the end, or in place of the selection when the body is empty.
     void InsertStamp(const std::wstring& stamp);
+
+private:
+    const DbJItem* shown_ = nullptr;  // the field whose bytes the control holds
 };
 
 // The zoom commands, in menu order, and their percentages.
