@@ -35,6 +35,14 @@ DWORD CALLBACK Take(DWORD_PTR cookie, LPBYTE buffer, LONG offered, LONG* taken) 
 
 }  // namespace
 
+bool RichInk::CreateIn(HWND parent, int id, DWORD style, const RECT& place) {
+    if (!Control::CreateIn(parent, id, style, place)) return false;
+    // Some systems count the font the control was given as an edit.
+    SendMessage(EM_EMPTYUNDOBUFFER);
+    SetModified(false);
+    return true;
+}
+
 bool RichInk::StreamIn(UINT format, const std::vector<BYTE>& bytes) {
     Source source = {bytes.data(), bytes.size()};
     EDITSTREAM stream = {};

@@ -14,6 +14,9 @@ class RichInk : public Control {
 public:
     RichInk() : Control(WC_RICHINK) {}
 
+    // As every control is made; there is nothing to undo afterwards.
+    bool CreateIn(HWND parent, int id, DWORD style, const RECT& place);
+
     // ---- Streams ----
     // Replaces the contents with a stream of `format` (SF_RTF 2, or SF_UTEXT 17). Not a change: the modified flag is
     // off afterwards and no EN_CHANGE comes. False when the control refused the stream; the contents are then empty.

@@ -1,0 +1,82 @@
+#include "ui/rich_ink.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/ui/test_windows.h"
+
+namespace {
+
+class RichInkTest : public testing::Test {
+protected:
+    RichInkTest() {
+        InitRichInkDLL();
+        ink_.CreateIn(parent_.Handle(), 77, WS_VISIBLE | WS_VSCROLL | ES_MULTILINE, {0, 0, 200, 120});
+    }
+
+    static std::vector<BYTE> Bytes(const std::string& text) { return {text.begin(), text.end()}; }
+
+    RecordingWindow parent_;
+    RichInk ink_;
+};
+
+}  // namespace
+
+TEST_F(RichInkTest, StreamsRichTextInAndPlainTextOut) {
+    ASSERT_TRUE(ink_.StreamIn(SF_RTF, Bytes("{\\rtf1\\ansi Phone \\b call\\b0 }")));
+    EXPECT_EQ(ink_.StreamOutText(), L"Phone call");
+}
+
+TEST_F(RichInkTest, RichTextComesBackThroughItsStream) {
+    ASSERT_TRUE(ink_.StreamIn(SF_RTF, Bytes("{\\rtf1\\ansi one\\par two}")));
+    const std::vector<BYTE> saved = ink_.StreamOut(SF_RTF);
+    EXPECT_FALSE(saved.empty());
+    ASSERT_TRUE(ink_.StreamIn(SF_RTF, {}));
+    EXPECT_EQ(ink_.StreamOutText(), L"");
+    ASSERT_TRUE(ink_.StreamIn(SF_RTF, saved));
+    EXPECT_EQ(ink_.StreamOutText(), L"one\r\ntwo");
+}
+
+TEST_F(RichInkTest, AStreamOfManyPiecesArrivesWhole) {
+    // The control asks for a few thousand bytes at a time.
+    std::string words;
+    for (int i = 0; i < 4'000; ++i)
+        words += "five ";
+    ASSERT_TRUE(ink_.StreamIn(SF_RTF, Bytes("{\\rtf1\\ansi " + words + "}")));
+    EXPECT_EQ(ink_.StreamOutText(), std::wstring(words.begin(), words.end()));
+}
+
+TEST_F(RichInkTest, WhatIsNoRichTextIsRefused) {
+    ASSERT_TRUE(ink_.StreamIn(SF_RTF, Bytes("{\\rtf1\\ansi before}")));
+    EXPECT_FALSE(ink_.StreamIn(SF_RTF, Bytes("plain")));
+    EXPECT_EQ(ink_.StreamOutText(), L"");
+}
+
+TEST_F(RichInkTest, SelectsCutsAndPastes) {
+    ink_.ReplaceSelection(L"one two", true);
+    ink_.SetSelection(0, 4);
+    int first = -1;
+    int last = -1;
+    ink_.GetSelection(&first, &last);
+    EXPECT_EQ(first, 0);
+    EXPECT_EQ(last, 4);
+    ink_.Cut();
+    EXPECT_EQ(ink_.StreamOutText(), L"two");
+    ink_.SetSelection(3, 3);
+    EXPECT_TRUE(ink_.CanPaste());
+    ink_.Paste();
+    EXPECT_EQ(ink_.StreamOutText(), L"twoone ");
+    ink_.SetSelection(0, 3);
+    ink_.Copy();
+    ink_.ReplaceSelection(L"", true);
+    ink_.Paste();
+    EXPECT_EQ(ink_.StreamOutText(), L"twoone ");
+}
+
+TEST_F(RichInkTest, AReadOnlyControlTakesNoTyping) {
+    ink_.SetReadOnly(true);
+    ink_.SendMessage(WM_CHAR, L'a');
+    EXPECT_EQ(ink_.StreamOutText(), L"");
+    ink_.SetReadOnly(false);
+    ink_.SendMessage(WM_CHAR, L'a');
+    EXPECT_EQ(ink_.StreamOutText(), L"a");
+}
