@@ -38,11 +38,15 @@ TEST_F(RichInkTest, RichTextComesBackThroughItsStream) {
 
 TEST_F(RichInkTest, AStreamOfManyPiecesArrivesWhole) {
     // The control asks for a few thousand bytes at a time.
-    std::string words;
-    for (int i = 0; i < 4'000; ++i)
-        words += "five ";
-    ASSERT_TRUE(ink_.StreamIn(SF_RTF, Bytes("{\\rtf1\\ansi " + words + "}")));
-    EXPECT_EQ(ink_.StreamOutText(), std::wstring(words.begin(), words.end()));
+    // In lines: the layout of one long line takes seconds.
+    std::string stream = "{\\rtf1\\ansi first";
+    std::wstring text = L"first";
+    for (int i = 0; i < 1'500; ++i) {
+        stream += "\\par line";
+        text += L"\r\nline";
+    }
+    ASSERT_TRUE(ink_.StreamIn(SF_RTF, Bytes(stream + "}")));
+    EXPECT_EQ(ink_.StreamOutText(), text);
 }
 
 TEST_F(RichInkTest, WhatIsNoRichTextIsRefused) {
