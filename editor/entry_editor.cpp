@@ -70,9 +70,6 @@ INT_PTR EntryEditor::OnCommand(WORD code, WORD id) {
         case IDM_ZOOM_150:
         case IDM_ZOOM_200:
         case IDM_ZOOM_300: return OnZoom(id - IDM_ZOOM_75), TRUE;
-        case IDM_TIME_STAMP:
-        case IDM_DATE_STAMP:
-        case IDM_VIEW_MODE: return OnBodyCommand(id);
         case IDC_EDITOR_FIELD: return OnFieldEvent(editor_ ? editor_->OnCommand(code) : FieldEvent::kNone), TRUE;
         case IDC_EDITOR_BODY: return OnBodyNotification(code);
         default: return OnBodyCommand(id);
@@ -94,7 +91,10 @@ INT_PTR EntryEditor::OnBodyCommand(int id) {
 
 INT_PTR EntryEditor::OnBodyNotification(WORD code) {
     switch (code) {
-        case EN_CHANGE: return bodyChanged_ = modified_ = true;
+        case EN_CHANGE:
+            bodyChanged_ = true;
+            modified_ = true;
+            return TRUE;
         case EN_MAXTEXT: return ShowLimitReached(), TRUE;
         default: return FALSE;
     }
@@ -140,7 +140,10 @@ INT_PTR EntryEditor::OnInitMenuPopup(HMENU menu) {
 }
 
 INT_PTR EntryEditor::OnOk() {
+    // A failed write shows a box without an owner: OK can be tapped once more behind it.
+    if (closing_) return TRUE;
     if (page_ == kNotePage && !StoreBody()) return TRUE;
+    closing_ = true;
     if (modified_) {
         TakeEntered();
         id_ = journal_.Write(id_, &fields_);

@@ -79,4 +79,5 @@ private:
 
     std::unique_ptr<FieldEditor> editor_;  // of the current field; null when none is open
     bool bodyChanged_ = false;             // since it was loaded
+    bool closing_ = false;                 // OK is at work
 };

@@ -207,6 +207,17 @@ TEST_F(EntryFieldsTest, AFailedWriteLeavesNoEntryCurrent) {
     EXPECT_EQ(after, 0u);
 }
 
+TEST_F(EntryFieldsTest, OkTappedAgainBehindTheErrorBoxWritesOnce) {
+    const CEOID id = AddLunch();
+    boxes_.Expect(L"CE Database Error", L"Error: 87(484)\ncedbase");
+    Edit(id, [&] {
+        Retype(EditOf(Editor()), L"Lost");
+        journal_.DeleteRecord(id);
+        PostMessageW(Screen(), WM_COMMAND, IDOK, 0);
+        Command(IDOK);
+    });
+}
+
 TEST_F(EntryFieldsTest, ClosingIsOk) {
     const CEOID id = Edit(0, [&] {
         Retype(EditOf(Editor()), L"Kept");
