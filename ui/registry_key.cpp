@@ -131,6 +131,13 @@ bool RegistryKey::ReadString(const std::wstring& subkey, const std::wstring& nam
     return true;
 }
 
+bool RegistryKey::HasValue(const std::wstring& subkey, const std::wstring& name) const {
+    const OpenedKey key = OpenForReading(key_, subkey);
+    if (!key) return false;
+    const LSTATUS result = RegQueryValueExW(key.get(), name.c_str(), nullptr, nullptr, nullptr, nullptr);
+    return result != ERROR_FILE_NOT_FOUND && Check(result);
+}
+
 bool RegistryKey::WriteString(const std::wstring& subkey, const std::wstring& name, const std::wstring& text) {
     const OpenedKey key = OpenForWriting(key_, subkey);
     return key && WriteValue(key.get(), name, REG_SZ, text.c_str(), (text.size() + 1) * sizeof(wchar_t));

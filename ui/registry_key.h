@@ -39,6 +39,9 @@ public:
     bool ReadString(const std::wstring& subkey, const std::wstring& name, const std::wstring& fallback,
                     std::wstring& text) const;
 
+    // Whether there is a value of that name, of whatever type and size.
+    bool HasValue(const std::wstring& subkey, const std::wstring& name) const;
+
     // Stores the text with its NUL, making the subkey when it is absent. Answers whether it is stored. Mind that
     // ReadString reads back no more than kMaxText - 1 characters.
     bool WriteString(const std::wstring& subkey, const std::wstring& name, const std::wstring& text);

@@ -358,6 +358,20 @@ TEST_F(RegistryKeyTest, ShowsEveryErrorOfADeletedKeyAndGoesOn) {
 
 // ---- Deleting ----
 
+TEST_F(RegistryKeyTest, TellsWhetherThereIsAValueOfAnyType) {
+    RegistryKey key(kPath);
+    EXPECT_FALSE(key.HasValue(kOptions, L"a"));
+    MakeSubkey(kOptions);
+    EXPECT_FALSE(key.HasValue(kOptions, L"a"));
+    for (const DWORD type : {REG_DWORD, REG_SZ, REG_BINARY, REG_NONE}) {
+        Store(kOptions, L"a", type, L"12345", 10);
+        EXPECT_TRUE(key.HasValue(kOptions, L"A"));
+    }
+    Store(kOptions, L"a", REG_BINARY, nullptr, 0);
+    EXPECT_TRUE(key.HasValue(kOptions, L"a"));
+    EXPECT_FALSE(key.HasValue(L"", L"a"));
+}
+
 TEST_F(RegistryKeyTest, DeletesAValueOfASubkey) {
     RegistryKey key(kPath);
     key.WriteString(kOptions, L"vacc", L"1234");
