@@ -6,6 +6,7 @@
 #include "app/context_menu.h"
 #include "data/db_journal.h"
 #include "filter/filter_settings.h"
+#include "filter/registry_filter_store.h"
 #include "res/ids.h"
 #include "ui/application.h"
 #include "ui/resource_text.h"
@@ -85,7 +86,7 @@ bool MainWindow::MakeControls() {
     RECT client;
     GetClientRect(&client);
     if (!bar_.CreateIn(GetHandle(), client.right)) return false;
-    // The stored filter is read here, before the bar names it: it is off until it can be stored.
+    filter_.Load(RegistryFilterStore(*Application::Current()));  // before the bar names it
     bar_.SetShowText();
     bar_.SetSortText();
     bar_.Show();

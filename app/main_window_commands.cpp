@@ -1,6 +1,7 @@
 // What the main window's commands do.
 #include "app/about.h"
 #include "app/main_window.h"
+#include "data/category_uses.h"
 #include "data/db_journal.h"
 #include "data/sort_key.h"
 #include "editor/entry_editor.h"
@@ -92,15 +93,18 @@ void MainWindow::SetSortOrder(const SORTORDERSPEC& order) {
 // ---- Copy and delete ----
 
 void MainWindow::CopySelected() {
+    CategoryUses uses;
     for (const CEOID id : selection_.Ids()) {
         if (journal_.SeekToOid(id) == 0) continue;
         WORD count = 0;
         BYTE* buffer = nullptr;
         if (journal_.ReadRecordProps(&count, nullptr, &buffer) != 0 && count > 0) {
-            journal_.WriteRecordProps(0, count, reinterpret_cast<CEPROPVAL*>(buffer));
+            CEPROPVAL* properties = reinterpret_cast<CEPROPVAL*>(buffer);
+            if (journal_.WriteRecordProps(0, count, properties) != 0) uses.Add(FindCategories({properties, count}));
         }
         LocalFree(buffer);
     }
+    uses.Store();
     list_.RefreshList();
 }
 
@@ -111,10 +115,13 @@ void MainWindow::DeleteSelected() {
         return;
     }
     const std::vector<CEOID> doomed = selection_.Ids();
+    CategoryUses uses;
     for (const CEOID id : doomed) {
-        journal_.DeleteRecord(id);
+        const std::vector<CEOID> categories = ReadEntryCategories(journal_, id);
+        if (journal_.DeleteRecord(id)) uses.Release(categories);
         selection_.Remove(id);
     }
+    uses.Store();
     list_.RefreshList();
     list_.ForgetHasCurrent();
 }

@@ -1,6 +1,8 @@
 #include "editor/entry_editor.h"
 
 #include "aygshell.h"
+#include "data/category_blob.h"
+#include "data/category_uses.h"
 #include "data/field_ids.h"
 #include "list/selection_memory.h"
 #include "res/ids.h"
@@ -139,6 +141,14 @@ INT_PTR EntryEditor::OnInitMenuPopup(HMENU menu) {
     return FALSE;
 }
 
+void EntryEditor::WriteEntry() {
+    const std::vector<CEOID> before = ReadEntryCategories(journal_, id_);
+    id_ = journal_.Write(id_, &fields_);
+    if (!id_) return;
+    journal_.SetFlags(id_, kRecordFlagsWritten);
+    UpdateCategoryUses(before, ReadCategoryBlob(*FindFieldByPropID(fields_, kPropCategories)->GetBlob()));
+}
+
 INT_PTR EntryEditor::OnOk() {
     // A failed write shows a box without an owner: OK can be tapped once more behind it.
     if (closing_) return TRUE;
@@ -146,8 +156,7 @@ INT_PTR EntryEditor::OnOk() {
     closing_ = true;
     if (modified_) {
         TakeEntered();
-        id_ = journal_.Write(id_, &fields_);
-        if (id_) journal_.SetFlags(id_, kRecordFlagsWritten);
+        WriteEntry();
     }
     editor_.reset();
     EndDialog(GetHandle(), IDOK);

@@ -60,6 +60,8 @@ private:
     void PlaceEditor();
     void EnterEditor();
     void TakeEntered();
+    // Stores the entry, its flags and what its categories are used.
+    void WriteEntry();
     void MoveRow(int step);
     bool WantsKey(HWND control, UINT key) const override;
     void OnKey(HWND control, UINT key) override;

@@ -70,6 +70,7 @@ void EntryList::RefreshList() {
     const CEOID current = selection_.Current();
 
     DeleteAllItems();
+    filter_.RefreshCategories();
     filter_.passed = rows_.Count();
     SetItemCount(filter_.passed);
     FitColumns();

@@ -35,22 +35,31 @@ bool StoreRows::SeekNext() {
 bool StoreRows::ReadRow(ListRow& row) {
     row.Clear();
     // The filter wants start and categories; one read serves it and the row.
-    CEPROPID ids[] = {kPropStart, kPropSubject, kPropCategories};
+    CEPROPID ids[] = {kPropStart, kPropCategories, kPropSubject};
     WORD count = static_cast<WORD>(std::size(ids));
     RecordBuffer props;
-    row.id = journal_.ReadRecordProps(&count, ids, props.Put());
-    if (row.id == 0) return false;
+    const CEOID id = journal_.ReadRecordProps(&count, ids, props.Put());
+    if (id == 0 || !Passes(props)) return false;
+    row.id = id;
     if (props.Has(0)) FormatDate(props[0].val.filetime, row.date);
-    if (props.Has(1)) row.subject = props[1].val.lpwstr;
+    if (props.Has(2)) row.subject = props[2].val.lpwstr;
     return true;
+}
+
+// `props` starts with the entry's start and categories. An entry without a start has the time 0.
+bool StoreRows::Passes(const RecordBuffer& props) const {
+    return filter_.Match(props.Has(0) ? props[0].val.filetime : FILETIME{},
+                         props.Has(1) ? props[1].val.blob : CEBLOB{});
 }
 
 LONG StoreRows::Count() {
     if (!filter_.active) return journal_.GetRecordCount();
-    LONG count = 0;
-    ListRow row;
+    LONG passed = 0;
     for (bool current = SeekPosition(0); current; current = SeekNext()) {
-        if (ReadRow(row)) ++count;
+        CEPROPID ids[] = {kPropStart, kPropCategories};
+        WORD count = static_cast<WORD>(std::size(ids));
+        RecordBuffer props;
+        if (journal_.ReadRecordProps(&count, ids, props.Put()) != 0 && Passes(props)) ++passed;
     }
-    return count;
+    return passed;
 }

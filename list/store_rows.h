@@ -4,6 +4,7 @@
 #include "list/row_source.h"
 
 class DbJournal;
+class RecordBuffer;
 struct FilterSettings;
 
 // Moves the store's current entry; whoever needs it elsewhere seeks again. A row costs one read of three properties.
@@ -22,6 +23,8 @@ public:
     LONG Count();
 
 private:
+    bool Passes(const RecordBuffer& props) const;
+
     DbJournal& journal_;
     const FilterSettings& filter_;
 };

@@ -1,0 +1,126 @@
+// The list while a filter hides some of the entries.
+#include "data/category_blob.h"
+#include "data/db_cats.h"
+#include "list/entry_list.h"
+#include "list/store_rows.h"
+#include "tests/list/journal_fixture.h"
+#include "tests/list/list_host.h"
+
+namespace {
+
+class FilteredListTest : public JournalFixture {
+protected:
+    void SetUp() override {
+        host_.onNotify = [this](NMHDR* header) { return list_.OnNotify(header); };
+        ASSERT_TRUE(list_.CreateIn(host_.Handle(), host_.Client()));
+        list_.Show();
+    }
+
+    void SetCategories(CEOID entry, const std::vector<CEOID>& ids) {
+        std::vector<BYTE> bytes = MakeCategoryBlob(ids);
+        CEPROPVAL value = {};
+        value.propid = kPropCategories;
+        value.val.blob = {static_cast<DWORD>(bytes.size()), bytes.data()};
+        ASSERT_EQ(journal_.WriteRecordProps(entry, 1, &value), entry);
+    }
+    std::wstring Cell(int row, int column) const { return list_.GetItemText(row, column); }
+
+    ListHost host_;
+    EntryList list_{journal_, selection_, filter_};
+};
+
+TEST_F(FilteredListTest, CountsTheEntriesThatPass) {
+    InsertDays(100);  // from 7 May 2001 on
+    filter_.active = TRUE;
+    filter_.months = 0x0010;
+    list_.RefreshList();
+    EXPECT_EQ(filter_.passed, 25);
+    EXPECT_EQ(list_.GetItemCount(), 25);
+    filter_.byRange = TRUE;
+    filter_.rangeStart = DateTime(Day(2001, 5, 10));
+    filter_.rangeEnd = DateTime(Day(2001, 5, 12));
+    list_.RefreshList();
+    EXPECT_EQ(filter_.passed, 3);
+    filter_.active = FALSE;
+    list_.RefreshList();
+    EXPECT_EQ(filter_.passed, 100);
+}
+
+TEST_F(FilteredListTest, NothingMayPass) {
+    InsertDays(5);
+    filter_.active = TRUE;
+    list_.RefreshList();
+    EXPECT_EQ(filter_.passed, 0);
+    EXPECT_EQ(list_.GetItemCount(), 0);
+}
+
+TEST_F(FilteredListTest, AnEntryWithoutStartAndCategoriesIsAskedAsSuch) {
+    CEPROPVAL company = {};
+    company.propid = kPropCompany;
+    company.val.lpwstr = const_cast<wchar_t*>(L"neither start nor categories");
+    ASSERT_NE(journal_.WriteRecordProps(0, 1, &company), 0u);
+    filter_.active = TRUE;
+    filter_.months = 0x0001;  // the first moment of all is in January
+    list_.RefreshList();
+    EXPECT_EQ(filter_.passed, 1);
+    filter_.categoriesOnly = TRUE;
+    list_.RefreshList();
+    EXPECT_EQ(filter_.passed, 0);
+}
+
+TEST_F(FilteredListTest, ABlockHoldsTheEntriesThatPassFromTheStoresPositionOn) {
+    const auto ids = InsertDays(10);
+    StoreRows rows(journal_, filter_);
+    filter_.active = filter_.byRange = TRUE;
+    filter_.rangeStart = DateTime(Day(2001, 5, 9));
+    filter_.rangeEnd = DateTime(Day(2001, 5, 10));
+    EXPECT_EQ(rows.Count(), 2);
+    RowCache cache(rows);
+    cache.Hint(0, 1, 5);
+    EXPECT_EQ(cache.Fetch(0).id, ids[2]);
+    EXPECT_EQ(cache.Fetch(1).id, ids[3]);
+    // Outside the blocks a row is the entry at the store's position, or empty when that one does not pass.
+    RowCache alone(rows);
+    EXPECT_EQ(alone.Fetch(0).id, 0u);
+    EXPECT_EQ(alone.Fetch(0).subject, L"");
+    EXPECT_EQ(alone.Fetch(3).id, ids[3]);
+}
+
+TEST_F(FilteredListTest, CategoriesAreLookedUpAnewAtEachRebuild) {
+    const auto ids = InsertDays(3);
+    DbCats categories;
+    ASSERT_TRUE(categories.Open(nullptr));
+    const CEOID business = categories.FindByName(L"Business"), family = categories.FindByName(L"Family");
+    SetCategories(ids[1], {family, business});
+    SetCategories(ids[2], {family});
+    filter_.active = TRUE;
+    filter_.AddCategory(DbCItem(kPropCategoryName, L"Business"));  // its id not known yet
+    list_.RefreshList();
+    EXPECT_EQ(filter_.passed, 1);
+    ASSERT_TRUE(categories.Remove(business));
+    ASSERT_TRUE(categories.Rename(family, L"Business"));
+    list_.RefreshList();
+    EXPECT_EQ(filter_.passed, 2);
+}
+
+TEST_F(FilteredListTest, AnEntryThatIsGoneBetweenCountAndFetchLeavesAnEmptyRow) {
+    const auto ids = InsertDays(3);
+    filter_.active = TRUE;
+    filter_.months = 0x0FFF;
+    list_.RefreshList();
+    ASSERT_EQ(list_.GetItemCount(), 3);
+    {
+        DbJournal other;
+        ASSERT_TRUE(other.Open(nullptr));
+        for (const CEOID id : ids)
+            ASSERT_TRUE(other.DeleteRecord(id));
+    }
+    for (int row = 0; row < 3; ++row) {
+        EXPECT_EQ(Cell(row, 0), L"");
+        EXPECT_EQ(Cell(row, 1), L"");
+    }
+    list_.RefreshList();
+    EXPECT_EQ(list_.GetItemCount(), 0);
+}
+
+}  // namespace
