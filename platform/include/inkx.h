@@ -10,6 +10,7 @@
 // Registers the class (and the rich-ink control's). Harmless when called again.
 CEHOST_API void InitInkX(void);
 
+// EM_GETMODIFY and EM_SETMODIFY go to the rich-ink control; its notifications come as the container's.
 enum : UINT {
     IM_CLEARALL = WM_USER + 519,    // empties it
     IM_REINIT = WM_USER + 521,      // the same

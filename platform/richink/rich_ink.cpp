@@ -1,23 +1,197 @@
-#include "inkx.h"
+#include "platform/richink/rich_ink.h"
+
+#include <algorithm>
+#include <new>
+
+#include "platform/shell/screen_geometry.h"
 #include "platform/window_support.h"
-#include "richink.h"
 
 namespace {
 
-WNDPROC rich_edit_procedure = nullptr;
+constexpr wchar_t kProperty[] = L"cehost.RichInk";
+constexpr UINT kSmallestZoom = 75;
+constexpr UINT kLargestZoom = 300;
+constexpr LONG kNoLimit = 0x7FFFFFFE;
+constexpr UINT kLastSharedMessage = WM_USER + 100;  // up to here the numbers mean the same in both worlds
+constexpr COLORREF kDrawingPaper = RGB(0xFF, 0xFC, 0xE6);
 
-LRESULT CALLBACK RichInkProcedure(HWND control, UINT message, WPARAM wparam, LPARAM lparam) {
-    return CallWindowProcW(rich_edit_procedure, control, message, wparam, lparam);
-}
+WNDPROC base_procedure = nullptr;
 
 }  // namespace
 
-void InitRichInkDLL() {
-    if (LoadLibraryW(L"msftedit.dll")) {
-        RegisterSuperclass(MSFTEDIT_CLASS, WC_RICHINK, RichInkProcedure, &rich_edit_procedure);
+WNDPROC* RichInkControl::BaseProcedure() {
+    return &base_procedure;
+}
+
+LRESULT RichInkControl::Base(UINT message, WPARAM wparam, LPARAM lparam) const {
+    return CallWindowProcW(base_procedure, window_, message, wparam, lparam);
+}
+
+LRESULT CALLBACK RichInkControl::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    auto* control = static_cast<RichInkControl*>(GetPropW(window, kProperty));
+    if (message == WM_NCCREATE && !control) {
+        control = new (std::nothrow) RichInkControl(window);
+        if (!control || !SetPropW(window, kProperty, control)) {
+            delete control;
+            return FALSE;
+        }
+        // Several lines, and Return for itself: always.
+        constexpr LONG kAlways = ES_MULTILINE | ES_WANTRETURN;
+        reinterpret_cast<CREATESTRUCTW*>(lparam)->style |= kAlways;
+        SetWindowLongW(window, GWL_STYLE, GetWindowLongW(window, GWL_STYLE) | kAlways);
+    }
+    if (message == WM_NCDESTROY) {
+        RemovePropW(window, kProperty);
+        delete control;
+        control = nullptr;
+    }
+    if (!control) return CallWindowProcW(base_procedure, window, message, wparam, lparam);
+    try {
+        return control->OnMessage(message, wparam, lparam);
+    } catch (const std::bad_alloc&) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return 0;
     }
 }
 
-void InitInkX() {
-    InitRichInkDLL();
+LRESULT RichInkControl::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    switch (message) {
+        case WM_CREATE: {
+            const LRESULT result = Base(message, wparam, lparam);
+            if (result != -1) OnCreated();
+            return result;
+        }
+        case WM_CHAR:
+            if (OnChar(static_cast<wchar_t>(wparam))) return 0;
+            break;
+        case WM_KEYDOWN:
+            if (OnKeyDown(wparam)) return 0;
+            break;
+        case WM_PASTE:
+            if (OnPaste()) return 0;
+            break;
+        case EM_REPLACESEL:
+            if (OnReplace(wparam != 0, reinterpret_cast<const wchar_t*>(lparam))) return 0;
+            break;
+        case EM_SETLIMITTEXT:
+            limit_ = wparam ? static_cast<LONG>(std::min<WPARAM>(wparam, kNoLimit)) : 32'767;
+            return 0;
+        case EM_EXLIMITTEXT:
+            limit_ = lparam > 0 ? static_cast<LONG>(std::min<LPARAM>(lparam, kNoLimit)) : 32'767;
+            return 0;
+        case EM_GETLIMITTEXT: return limit_;
+        case WM_UNDO:
+        case EM_UNDO: return Step(EM_UNDO);
+        case EM_REDO: return Step(EM_REDO);
+        case EM_SETEVENTMASK: return Base(message, wparam, lparam | ENM_CHANGE);
+        case EM_STREAMIN: return OnStreamIn(static_cast<UINT>(wparam), reinterpret_cast<EDITSTREAM*>(lparam));
+        case EM_STREAMOUT: return OnStreamOut(static_cast<UINT>(wparam), reinterpret_cast<EDITSTREAM*>(lparam));
+    }
+    if (message > kLastSharedMessage && message < WM_APP) return OnInkMessage(message, wparam, lparam);
+    return Base(message, wparam, lparam);
+}
+
+LRESULT RichInkControl::OnInkMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    switch (message) {
+        case EM_UNDOEVENT: return Step(EM_UNDO);
+        case EM_REDOEVENT: return Step(EM_REDO);
+        case EM_INKCANREDO: return Base(EM_CANREDO);
+        case EM_GETVIEW: return view_;
+        case EM_SETVIEW: SetView(static_cast<UINT>(wparam)); return 0;
+        case EM_GETZOOMPERCENT: return zoom_;
+        case EM_SETZOOMPERCENT: SetZoom(static_cast<UINT>(std::clamp<LPARAM>(lparam, 0, kLargestZoom))); return 0;
+        case EM_GETPAGESTYLE: return pageStyle_;
+        case EM_SETPAGESTYLE: pageStyle_ = static_cast<UINT>(wparam); return 0;
+        case EM_SETINKLAYER: {
+            const UINT before = inkLayer_;
+            inkLayer_ = static_cast<UINT>(wparam);
+            return before;
+        }
+        case EM_SETVIEWATTRIBUTES:
+            if (lparam) SetAttributes(*reinterpret_cast<const VIEWATTRIBUTES*>(lparam));
+            return 0;
+        case EM_CLEARALL:
+            Clear();
+            if (wparam) UpdateWindow(window_);
+            return 0;
+    }
+    return 0;
+}
+
+void RichInkControl::OnCreated() {
+    Base(EM_EXLIMITTEXT, 0, kNoLimit);
+    Base(EM_SETTEXTMODE, TM_RICHTEXT | TM_MULTILEVELUNDO);
+    Clear();
+    SetZoom(zoom_);
+}
+
+// The rich edit scales by the system's DPI; CE_SCALE asks for another.
+void RichInkControl::SetZoom(UINT percent) {
+    zoom_ = std::clamp(percent, kSmallestZoom, kLargestZoom);
+    const HDC screen = GetDC(nullptr);
+    const int systemDpi = GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    const POINTL before = EndOfText();
+    Base(EM_SETZOOM, zoom_ * ScreenDpi() / systemDpi, 100);
+    const POINTL after = EndOfText();
+    if (before.x == after.x && before.y == after.y) RefreshFonts();
+    InvalidateRect(window_, nullptr, TRUE);
+}
+
+POINTL RichInkControl::EndOfText() const {
+    POINTL end{};
+    Base(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&end), Base(WM_GETTEXTLENGTH));
+    return end;
+}
+
+// Wine's rich edit goes on with the fonts that it made before the zoom changed. A format nobody sees, put on all text
+// and undone, makes it look for new ones; neither is a change, and what could be undone before still can.
+void RichInkControl::RefreshFonts() const {
+    const LRESULT mask = Base(EM_SETEVENTMASK, 0, ENM_NONE);
+    const LRESULT modified = Base(EM_GETMODIFY);
+    const LRESULT couldUndo = Base(EM_CANUNDO);
+    CHARRANGE selection{};
+    Base(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+
+    CHARFORMAT2W unseen{};
+    unseen.cbSize = sizeof(unseen);
+    unseen.dwMask = CFM_STYLE;
+    unseen.sStyle = 1;
+    Base(EM_STOPGROUPTYPING);
+    Base(EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&unseen));
+    Base(EM_UNDO);
+    if (!couldUndo) Base(EM_EMPTYUNDOBUFFER);
+
+    Base(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+    Base(EM_SETMODIFY, modified);
+    Base(EM_SETEVENTMASK, 0, mask);
+}
+
+// Taking a step is a change whatever the rich edit thinks of it: it counts back to the last EM_SETMODIFY.
+LRESULT RichInkControl::Step(UINT message) {
+    if (!Base(message == EM_UNDO ? EM_CANUNDO : EM_CANREDO) || !Base(message)) return FALSE;
+    Base(EM_SETMODIFY, TRUE);
+    return TRUE;
+}
+
+// The paper shows which view it is. Strokes are not taken yet: in every view the keyboard types.
+void RichInkControl::SetView(UINT view) {
+    if (view != VT_TYPINGVIEW && view != VT_WRITINGVIEW && view != VT_DRAWINGVIEW) return;
+    view_ = view;
+    const bool drawing = view == VT_DRAWINGVIEW;
+    Base(EM_SETBKGNDCOLOR, !drawing, drawing ? kDrawingPaper : 0);
+    InvalidateRect(window_, nullptr, TRUE);
+}
+
+void RichInkControl::SetAttributes(const VIEWATTRIBUTES& attributes) {
+    if (attributes.mask & VIEWATTRIBUTES_ZOOM) SetZoom(attributes.uZoom);
+    if (attributes.mask & VIEWATTRIBUTES_VIEW) SetView(attributes.uView);
+    if (attributes.mask & VIEWATTRIBUTES_PAGESTYLE) pageStyle_ = attributes.uPageStyle;
+    if (attributes.mask & VIEWATTRIBUTES_INKLAYER) inkLayer_ = attributes.uInkLayer;
+}
+
+void InitRichInkDLL() {
+    if (LoadLibraryW(L"msftedit.dll")) {
+        RegisterSuperclass(MSFTEDIT_CLASS, WC_RICHINK, RichInkControl::Procedure, RichInkControl::BaseProcedure());
+    }
 }
