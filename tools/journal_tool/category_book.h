@@ -2,9 +2,10 @@
 #pragma once
 
 #include <map>
+#include <span>
 #include <string>
 
-#include "data/field_ids.h"
+#include "data/category_uses.h"
 #include "tools/journal_tool/store_access.h"
 
 class CategoryBook {
@@ -14,20 +15,15 @@ public:
 
     // The category of that name: made when there is none, shown again when it was hidden. 0 on failure, which was said.
     CEOID FindOrAdd(const std::wstring& name);
-    // Remembers one more entry that carries the category.
-    void CountUse(CEOID category) { ++uses_[category]; }
+    // Remembers one more entry with these categories.
+    void CountEntry(std::span<const CEOID> categories) { uses_.Add(categories); }
     // Adds what was counted to the categories' records. False on failure, which was said.
-    bool WriteUses();
+    bool WriteUses() { return uses_.Store(database_); }
     // Forgets what was looked up and counted, after a batch was undone.
     void Forget();
 
 private:
-    CEOID Add(const std::wstring& name);
-    short Read(CEOID category, CEPROPID propid, short missing);
-    bool Write(CEOID category, CEPROPID propid, short value);
-    short FreeOrdinal();
-
     ConsoleCategories database_;
     std::map<std::wstring, CEOID> known_;
-    std::map<CEOID, int> uses_;
+    CategoryUses uses_;
 };

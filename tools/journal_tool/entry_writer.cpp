@@ -66,8 +66,7 @@ bool EntryWriter::Add(const NewEntry& entry) {
         }
     }
     if (!Write()) return false;
-    for (const CEOID category : categories)
-        categories_.CountUse(category);
+    categories_.CountEntry(categories);
     return ++pending_ < kEntriesPerBatch || Finish();
 }
 
