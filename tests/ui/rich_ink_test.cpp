@@ -24,6 +24,7 @@ protected:
 TEST_F(RichInkTest, StreamsRichTextInAndPlainTextOut) {
     ASSERT_TRUE(ink_.StreamIn(SF_RTF, Bytes("{\\rtf1\\ansi Phone \\b call\\b0 }")));
     EXPECT_EQ(ink_.StreamOutText(), L"Phone call");
+    EXPECT_FALSE(ink_.IsModified());
 }
 
 TEST_F(RichInkTest, RichTextComesBackThroughItsStream) {
@@ -55,6 +56,21 @@ TEST_F(RichInkTest, WhatIsNoRichTextIsRefused) {
     EXPECT_EQ(ink_.StreamOutText(), L"");
 }
 
+TEST_F(RichInkTest, EditsAndTakesEditsBack) {
+    EXPECT_FALSE(ink_.CanUndo());
+    ink_.ReplaceSelection(L"Hello", true);
+    EXPECT_TRUE(ink_.IsModified());
+    EXPECT_TRUE(ink_.CanUndo());
+    ink_.Undo();
+    EXPECT_EQ(ink_.StreamOutText(), L"");
+    EXPECT_TRUE(ink_.CanRedo());
+    ink_.Redo();
+    EXPECT_EQ(ink_.StreamOutText(), L"Hello");
+    EXPECT_FALSE(ink_.CanRedo());
+    ink_.SetModified(false);
+    EXPECT_FALSE(ink_.IsModified());
+}
+
 TEST_F(RichInkTest, SelectsCutsAndPastes) {
     ink_.ReplaceSelection(L"one two", true);
     ink_.SetSelection(0, 4);
@@ -74,6 +90,16 @@ TEST_F(RichInkTest, SelectsCutsAndPastes) {
     ink_.ReplaceSelection(L"", true);
     ink_.Paste();
     EXPECT_EQ(ink_.StreamOutText(), L"twoone ");
+}
+
+TEST_F(RichInkTest, ZoomAndViewAreKept) {
+    EXPECT_EQ(ink_.GetView(), static_cast<UINT>(VT_TYPINGVIEW));
+    ink_.SetView(VT_DRAWINGVIEW);
+    EXPECT_EQ(ink_.GetView(), static_cast<UINT>(VT_DRAWINGVIEW));
+    ink_.SetZoom(150);
+    EXPECT_EQ(ink_.GetZoom(), 150);
+    ink_.SetZoom(20);
+    EXPECT_EQ(ink_.GetZoom(), 75);
 }
 
 TEST_F(RichInkTest, AReadOnlyControlTakesNoTyping) {
