@@ -34,6 +34,8 @@ bool NoteBody::CreateIn(HWND parent, int id, const RECT& place) {
 }
 
 void NoteBody::Place(const RECT& place) {
+    if (EqualRect(&place, &place_)) return;  // for a long text it is work
+    place_ = place;
     MoveWindow(place.left, place.top, place.right - place.left, place.bottom - place.top);
     RECT text = {};
     ::GetClientRect(GetHandle(), &text);
@@ -74,7 +76,8 @@ UINT NoteBody::StoredView() {
 
 void NoteBody::ApplySettings() {
     SetView(StoredView());
-    SetZoom(StoredZoom());
+    // Zooming makes the control lay the whole text out.
+    if (GetZoom() != StoredZoom()) SetZoom(StoredZoom());
 }
 
 void NoteBody::ChangeZoom(int percent) {

@@ -41,6 +41,7 @@ public:
     void InsertStamp(const std::wstring& stamp);
 
 private:
+    RECT place_ = {};
     const DbJItem* shown_ = nullptr;  // the field whose bytes the control holds
 };
 
