@@ -93,10 +93,21 @@ int EntryList::MarkEntry(CEOID id) {
     constexpr UINT kBoth = LVIS_SELECTED | LVIS_FOCUSED;
     const int row = id == 0 ? -1 : journal_.SeekToOidIndex(id);
     const bool found = row >= 0 && IsWindow();
-    SetItemState(row, found ? kBoth : 0, kBoth);
+    if (row >= 0) {
+        SetItemState(row, found ? kBoth : 0, kBoth);
+    } else {
+        DeselectAll();
+    }
     selection_.SetCurrent(found ? id : 0);
     hasCurrent_ = found;
     return found ? row : -1;
+}
+
+// No row stays selected or focused. To be told so about all rows, the control visits each of them: with nothing to
+// take back, as after most rebuilds, it is not asked.
+void EntryList::DeselectAll() {
+    constexpr UINT kBoth = LVIS_SELECTED | LVIS_FOCUSED;
+    if (GetSelectedCount() > 0 || GetNextItem(-1, LVNI_FOCUSED) >= 0) SetItemState(-1, 0, kBoth);
 }
 
 void EntryList::ClearSelection() {

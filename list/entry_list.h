@@ -53,6 +53,7 @@ private:
     int MarkEntry(CEOID id);
     void FitColumns();
     void SelectRow(int row);
+    void DeselectAll();
     void SendCommand(WORD id);
 
     void OnGetDispInfo(NMLVDISPINFOW* info);

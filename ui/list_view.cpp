@@ -111,6 +111,10 @@ int ListView::GetNextItem(int after, UINT flags) const {
     return static_cast<int>(SendMessage(LVM_GETNEXTITEM, static_cast<WPARAM>(after), MAKELPARAM(flags, 0)));
 }
 
+int ListView::GetSelectedCount() const {
+    return static_cast<int>(SendMessage(LVM_GETSELECTEDCOUNT));
+}
+
 bool ListView::EnsureVisible(int row, bool partialIsEnough) {
     return SendMessage(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), partialIsEnough) != 0;
 }

@@ -40,6 +40,7 @@ public:
     UINT GetItemState(int row, UINT mask) const;
     // The next row after `after` (-1: from the start) that has the LVNI_ flags, or -1.
     int GetNextItem(int after, UINT flags) const;
+    int GetSelectedCount() const;
     bool EnsureVisible(int row, bool partialIsEnough);
     int GetTopIndex() const;
     int GetCountPerPage() const;

@@ -266,6 +266,27 @@ TEST_F(EntryListTest, SelectEntryMakesItCurrent) {
     EXPECT_TRUE(list_.HasCurrent());
 }
 
+TEST_F(EntryListTest, ARebuildWithNothingSelectedTouchesNoRow) {
+    InsertDays(3);
+    static int asked;
+    asked = 0;
+    static WNDPROC replaced;
+    replaced = reinterpret_cast<WNDPROC>(SetWindowLongPtrW(
+        list_.GetHandle(), GWLP_WNDPROC,
+        reinterpret_cast<LONG_PTR>(+[](HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) -> LRESULT {
+            if (message == LVM_SETITEMSTATE) ++asked;
+            return CallWindowProcW(replaced, hwnd, message, wparam, lparam);
+        })));
+    list_.RefreshList();
+    EXPECT_EQ(asked, 0);
+    list_.SetItemState(1, kFocused, kFocused);  // focused and not selected
+    selection_.SetCurrent(0);
+    list_.SelectEntry(0);
+    EXPECT_EQ(asked, 2);
+    EXPECT_THAT(RowsWith(kFocused), IsEmpty());
+    SetWindowLongPtrW(list_.GetHandle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(replaced));
+}
+
 TEST_F(EntryListTest, SelectEntryOfNoEntryDeselectsEveryRow) {
     const auto ids = InsertDays(3);
     journal_.DeleteRecord(ids[2]);
