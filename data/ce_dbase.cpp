@@ -167,7 +167,12 @@ CEOID CeDbase::ReadRecordProps(WORD* count, CEPROPID* ids, BYTE** buffer) {
     if (ids && !ids[0]) ids = nullptr;
     DWORD size = *buffer ? static_cast<DWORD>(LocalSize(*buffer)) : 0;
     const CEOID record = CeReadRecordProps(handle_, CEDB_ALLOWREALLOC, count, ids, buffer, &size);
-    if (record) return record;
+    if (!record) ReportRead();
+    return record;
+}
+
+// Says why a read failed, unless it only met the end of a walk.
+void CeDbase::ReportRead() {
     switch (GetLastError()) {
         case ERROR_NO_MORE_ITEMS:
         case ERROR_KEY_DELETED: break;  // the ends of a walk
@@ -176,7 +181,13 @@ CEOID CeDbase::ReadRecordProps(WORD* count, CEPROPID* ids, BYTE** buffer) {
         case ERROR_NO_DATA: ReportError(kLineReadNoData, kModule); break;
         default: ReportError(kLineReadOther, kModule); break;
     }
-    return 0;
+}
+
+BOOL CeDbase::Scan(WORD count, const CEPROPID* ids, CeScanVisitor visit, void* context) {
+    if (!handle_) return FALSE;
+    const BOOL scanned = CeScanRecords(handle_, count, ids, visit, context);
+    if (!scanned) ReportRead();
+    return scanned;
 }
 
 CEOID CeDbase::WriteRecordProps(CEOID record, WORD count, CEPROPVAL* values) {

@@ -3,6 +3,7 @@
 
 #include <win.h>
 
+#include <storescan.h>
 #include <windbase.h>
 
 #include "data/orvane.h"
@@ -82,6 +83,12 @@ public:
     // Null when not open.
     virtual HANDLE GetHandle();
 
+    // ---- Behind the slots ----
+
+    // Shows every record once to `visit` (see storescan.h), in no particular order; the current record stays. What goes
+    // wrong is reported as a read's failure is; FALSE then, and silently when the database is not open.
+    BOOL Scan(WORD count, const CEPROPID* ids, CeScanVisitor visit, void* context);
+
 protected:
     DWORD busy_ = 0;  // 1 while a derived class does something in several steps
 
@@ -89,6 +96,7 @@ private:
     CEOID Seek(DWORD type, DWORD_PTR value);
     BOOL OpenHandle(const wchar_t* name, CEPROPID sort, DWORD flags, HWND notify);
     void Forget();
+    void ReportRead();
 
     HANDLE handle_ = nullptr;
     CEOID oid_ = 0;

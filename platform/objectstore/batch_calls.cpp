@@ -13,6 +13,7 @@ namespace {
 // The lock is held over the calls of a batch, so a batch that is open here is this thread's own.
 BOOL EndBatch(Store& store, bool commit) {
     if (!store.IsOpen() || !store.Open().InBatch()) Fail(ERROR_INVALID_PARAMETER);
+    if (store.Open().IsScanning()) Fail(ERROR_BUSY);
     struct Unlock {
         Store& store;
         ~Unlock() { store.Mutex().unlock(); }
@@ -34,7 +35,7 @@ BOOL CeBeginBatch() {
 
 BOOL CeCommitBatch() {
     if (Call("CeCommitBatch", FALSE, [](Store& store) { return EndBatch(store, true); })) return TRUE;
-    // However it failed, the batch is over and the lock free.
+    // However it failed, the batch is over and the lock free (unless a scan's visitor asks, who may do neither).
     const DWORD error = GetLastError();
     Call("", FALSE,
          [](Store& store) { return store.IsOpen() && store.Open().InBatch() ? EndBatch(store, false) : FALSE; });

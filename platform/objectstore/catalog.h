@@ -26,6 +26,9 @@ struct ReadPlan {
     std::vector<CEPROPID> properties;  // what is asked
     std::vector<int> columns;          // for each, its column in the statement's row; -1: no record has it
     std::unique_ptr<Statement> statement;
+    // Of the last read, and nothing but room for the next: the properties handed out, and their values.
+    std::vector<CEPROPID> found;
+    std::vector<StoredValue> values;
 };
 
 struct Database {

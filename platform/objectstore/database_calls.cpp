@@ -217,7 +217,9 @@ BOOL CeCloseHandle(HANDLE handle) {
 BOOL CeUnmountObjectStore() {
     return Call("CeUnmountObjectStore", FALSE, [](Store& store) {
         if (!store.IsOpen()) return TRUE;
-        if (!store.Handles().Empty() || store.Open().InBatch()) Fail(ERROR_SHARING_VIOLATION);
+        if (!store.Handles().Empty() || store.Open().InBatch() || store.Open().IsScanning()) {
+            Fail(ERROR_SHARING_VIOLATION);
+        }
         store.Close();
         return TRUE;
     });

@@ -57,7 +57,15 @@ void Session::ReloadIfChanged(bool always) {
     stale_ = false;
 }
 
+void Session::SetTimer() {
+    ULARGE_INTEGER due;  // relative, in units of 100 ns
+    due.QuadPart = static_cast<ULONGLONG>(-static_cast<LONGLONG>(kSnapshotAge * 10'000));
+    FILETIME dueTime = {due.LowPart, due.HighPart};
+    SetThreadpoolTimer(timer_, &dueTime, 0, 100);
+}
+
 void Session::Refresh() {
+    if (scans_ > 0) return;
     if (batch_) {
         if (stale_ && !broken_) ReloadIfChanged(true);
         return;
@@ -71,10 +79,7 @@ void Session::Refresh() {
     taken_ = now;
     seen_ = changes;
     ReloadIfChanged(false);
-    ULARGE_INTEGER due;  // relative, in units of 100 ns
-    due.QuadPart = static_cast<ULONGLONG>(-static_cast<LONGLONG>(kSnapshotAge * 10'000));
-    FILETIME dueTime = {due.LowPart, due.HighPart};
-    SetThreadpoolTimer(timer_, &dueTime, 0, 100);
+    SetTimer();
 }
 
 void Session::BeginWriting() {
@@ -105,6 +110,7 @@ void Session::Notify(CEOID database, UINT message, CEOID object) {
 }
 
 void Session::BeginBatch() {
+    if (scans_ > 0) Fail(ERROR_BUSY);
     BeginWriting();
     batch_ = true;
     broken_ = 0;
@@ -136,7 +142,13 @@ void Session::EndBatch(bool commit) {
     if (error != 0 && commit) Fail(error);
 }
 
+// The timer may have come while the scan held the lock, and gone without having done anything.
+Scanning::~Scanning() {
+    if (--session_.scans_ == 0 && session_.snapshot_) session_.SetTimer();
+}
+
 Transaction::Transaction(Session& session) : session_(session) {
+    if (session.scans_ > 0) Fail(ERROR_BUSY);
     if (!session.batch_) {
         session.BeginWriting();
         return;

@@ -43,8 +43,12 @@ public:
     // Posts a change to other threads and processes; in a batch when it ends.
     void Notify(CEOID database, UINT message, CEOID object);
 
+    // A scan is going on: its one snapshot stays, and nothing may be written.
+    bool IsScanning() const { return scans_ > 0; }
+
 private:
     friend class Transaction;
+    friend class Scanning;
     struct Message {
         CEOID database;
         UINT message;
@@ -53,6 +57,7 @@ private:
 
     static VOID CALLBACK OnTimer(PTP_CALLBACK_INSTANCE, PVOID self, PTP_TIMER) noexcept;
     void EndSnapshot() noexcept;
+    void SetTimer();
     void ReloadIfChanged(bool always);
     void BeginWriting();
     void Commit();
@@ -67,9 +72,22 @@ private:
     ULONGLONG taken_ = 0;
     LONG64 seen_ = 0;
     int64_t version_ = -1;
+    int scans_ = 0;
     bool batch_ = false;
     DWORD broken_ = 0;  // what undid the batch before its end
     std::vector<Message> messages_;
+};
+
+// A scan, while it lives. What the store was when it began, it shows to the end.
+class Scanning {
+public:
+    explicit Scanning(Session& session) : session_(session) { ++session_.scans_; }
+    ~Scanning();
+    Scanning(const Scanning&) = delete;
+    Scanning& operator=(const Scanning&) = delete;
+
+private:
+    Session& session_;
 };
 
 // One change of the store: everything written while it lives, or nothing.

@@ -164,6 +164,23 @@ TEST_F(CeDbaseReportTest, ReadOfAClosedDatabaseReports514) {
     EXPECT_EQ(closed_.ReadRecordProps(&count, ids, record.Put()), 0u);
 }
 
+TEST_F(CeDbaseReportTest, ScanReportsAsAReadDoes) {
+    InsertNumbers(3);
+    const auto count = [](CEOID, WORD, const CEPROPVAL* values, void* sum) -> BOOL {
+        *static_cast<long*>(sum) += values[0].val.lVal;
+        return TRUE;
+    };
+    const CEPROPID ids[] = {kNumber};
+    long sum = 0;
+    CeFailCall("CeScanRecords", 1, ERROR_IO_DEVICE);
+    Expect(ERROR_IO_DEVICE, 541);
+    EXPECT_FALSE(base_.Scan(1, ids, count, &sum));
+    EXPECT_FALSE(closed_.Scan(1, ids, count, &sum));  // silently, as it would be a seek that fails
+    EXPECT_EQ(sum, 0);
+    EXPECT_TRUE(base_.Scan(1, ids, count, &sum));
+    EXPECT_EQ(sum, 60);
+}
+
 TEST_F(CeDbaseReportTest, SetSortOrderReports579AndGoesBackToTheOldOrder) {
     const std::vector<CEOID> oids = InsertNumbers(2);
     // The change fails for want of room, so there is no order by date to open.

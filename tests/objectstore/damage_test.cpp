@@ -1,5 +1,6 @@
 // Files that are not, or no longer, a sound store: an error, never a crash, and the file stays as it is.
 #include <storebatch.h>
+#include <storescan.h>
 
 #include <filesystem>
 #include <fstream>
@@ -47,6 +48,9 @@ protected:
         if (handle != INVALID_HANDLE_VALUE) {
             for (CEOID record = First(handle); record != 0; record = Step(handle, 1))
                 Read(handle);
+            const CEPROPID ids[] = {kText, kNumber, kBlob};
+            const auto visit = [](CEOID, WORD, const CEPROPVAL*, void*) { return TRUE; };
+            CeScanRecords(handle, 3, ids, visit, nullptr);
             PlaceOf(handle, Last(handle));
             Add(handle, L"new");
             CeDeleteRecord(handle, First(handle));

@@ -1,6 +1,7 @@
 // Calls and disks that fail on demand.
 #include <storebatch.h>
 #include <storefault.h>
+#include <storescan.h>
 
 #include <filesystem>
 
@@ -54,6 +55,11 @@ TEST_F(FaultTest, EveryCallCanFail) {
              LPBYTE buffer = nullptr;
              DWORD size = 0;
              return CeReadRecordProps(handle, CEDB_ALLOWREALLOC, &count, nullptr, &buffer, &size) != 0;
+         }},
+        {"CeScanRecords",
+         [](HANDLE handle) {
+             const auto visit = [](CEOID, WORD, const CEPROPVAL*, void*) { return TRUE; };
+             return CeScanRecords(handle, 0, nullptr, visit, nullptr) != FALSE;
          }},
         {"CeDeleteRecord", [](HANDLE handle) { return CeDeleteRecord(handle, 1) != FALSE; }},
     };
