@@ -39,27 +39,31 @@ bool StoreRows::ReadRow(ListRow& row) {
     WORD count = static_cast<WORD>(std::size(ids));
     RecordBuffer props;
     const CEOID id = journal_.ReadRecordProps(&count, ids, props.Put());
-    if (id == 0 || !Passes(props)) return false;
+    if (id == 0 || !Passes(&props[0])) return false;
     row.id = id;
     if (props.Has(0)) FormatDate(props[0].val.filetime, row.date);
     if (props.Has(2)) row.subject = props[2].val.lpwstr;
     return true;
 }
 
-// `props` starts with the entry's start and categories. An entry without a start has the time 0.
-bool StoreRows::Passes(const RecordBuffer& props) const {
-    return filter_.Match(props.Has(0) ? props[0].val.filetime : FILETIME{},
-                         props.Has(1) ? props[1].val.blob : CEBLOB{});
+// `props` are the entry's start and categories. An entry without a start has the time 0.
+bool StoreRows::Passes(const CEPROPVAL* props) const {
+    const auto has = [&](size_t i) { return (props[i].wFlags & CEDB_PROPNOTFOUND) == 0; };
+    return filter_.Match(has(0) ? props[0].val.filetime : FILETIME{}, has(1) ? props[1].val.blob : CEBLOB{});
 }
 
 LONG StoreRows::Count() {
     if (!filter_.active) return journal_.GetRecordCount();
-    LONG passed = 0;
-    for (bool current = SeekPosition(0); current; current = SeekNext()) {
-        CEPROPID ids[] = {kPropStart, kPropCategories};
-        WORD count = static_cast<WORD>(std::size(ids));
-        RecordBuffer props;
-        if (journal_.ReadRecordProps(&count, ids, props.Put()) != 0 && Passes(props)) ++passed;
-    }
-    return passed;
+    constexpr CEPROPID kIds[] = {kPropStart, kPropCategories};
+    struct Counting {
+        const StoreRows& rows;
+        LONG passed;
+    } counting = {*this, 0};
+    const auto count = [](CEOID, WORD, const CEPROPVAL* props, void* context) -> BOOL {
+        auto& it = *static_cast<Counting*>(context);
+        if (it.rows.Passes(props)) ++it.passed;
+        return TRUE;
+    };
+    journal_.Scan(static_cast<WORD>(std::size(kIds)), kIds, count, &counting);
+    return counting.passed;
 }

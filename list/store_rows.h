@@ -4,7 +4,6 @@
 #include "list/row_source.h"
 
 class DbJournal;
-class RecordBuffer;
 struct FilterSettings;
 
 // Moves the store's current entry; whoever needs it elsewhere seeks again. A row costs one read of three properties.
@@ -19,11 +18,12 @@ public:
     bool SeekNext() override;
     bool ReadRow(ListRow& row) override;
 
-    // How many entries the list shows. One question to the store; a walk over every entry while a filter is active.
+    // How many entries the list shows. One question to the store; a pass over every entry, in whatever order is
+    // quickest, while a filter is active. The current entry stays.
     LONG Count();
 
 private:
-    bool Passes(const RecordBuffer& props) const;
+    bool Passes(const CEPROPVAL* props) const;
 
     DbJournal& journal_;
     const FilterSettings& filter_;
