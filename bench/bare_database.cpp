@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 #include "bench/report.h"
@@ -114,6 +115,26 @@ void BareDatabase::ReadLastPage() {
 
 void BareDatabase::ReadAll() {
     ReadPage("SELECT id, start, subject, categories FROM entry", false);
+}
+
+void BareDatabase::ReadPageWith(const std::vector<DWORD>& categories) {
+    sqlite3_stmt* statement = nullptr;
+    constexpr char kSql[] = "SELECT id, start, subject, categories FROM entry WHERE start>=? ORDER BY start";
+    Require(sqlite3_prepare_v2(database_, kSql, -1, &statement, nullptr) == SQLITE_OK, kSql);
+    sqlite3_bind_int64(statement, 1, Number(middle_));
+    for (int rows = 0; rows < 30 && sqlite3_step(statement) == SQLITE_ROW;) {
+        const auto* ids = static_cast<const BYTE*>(sqlite3_column_blob(statement, 3));
+        const int size = sqlite3_column_bytes(statement, 3);
+        for (int at = 0; at + 4 <= size; at += 4) {
+            DWORD id = 0;
+            std::memcpy(&id, ids + at, sizeof id);
+            if (std::find(categories.begin(), categories.end(), id) == categories.end()) continue;
+            sqlite3_column_blob(statement, 2);
+            ++rows;
+            break;
+        }
+    }
+    sqlite3_finalize(statement);
 }
 
 void BareDatabase::InsertEntry(const SampleEntry& entry) {

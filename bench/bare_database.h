@@ -5,6 +5,7 @@
 #include <win.h>
 
 #include <string>
+#include <vector>
 
 #include "bench/sample_entries.h"
 
@@ -26,6 +27,8 @@ public:
     void ReadLastPage();
     // Every row's start, subject and categories.
     void ReadAll();
+    // From half way on the first thirty rows, in the order of start, that have one of the categories.
+    void ReadPageWith(const std::vector<DWORD>& categories);
     void Insert(const SampleEntry& entry);
     void Update();         // one subject
     void DeleteLast();     // the entry inserted last

@@ -1,23 +1,32 @@
-// Measures the journal's operations with 100, 10,000 and 65,000 entries, each beside its bound in the same run, and
-// prints a table and one line of JSON for each. Figures mean something in the release build only.
+// Measures the journal's operations with 100, 10,000 and 65,000 entries, each beside its bound in the same run and by
+// turns with it, and prints a table and one line of JSON for each. Figures mean something in the release build only.
 //
 //   usage: journal_bench [entries...]
 //
-//   open store       the file and the journal opened, the first entry found      against: SQLite opened, one row read
-//   refresh list     EntryList::RefreshList without a filter, on the real control against: a bare list view
-//   first page       thirty rows from the start, through the list's cache        against: one statement with LIMIT 30
-//   jump to middle   the same from half way                                       against: the same by start >= ?
-//   jump to end      the same from the end                                        against: the same backward
-//   first jump       half way, in a store just opened                             against: the same, SQLite just opened
-//   walk all         each entry's start, subject and categories                   against: a scan of these columns
-//   insert, update, delete an entry                                               against: the bare statements
-//   change sort      from start to subject                                        against: building the same index
-//   start up         journal.exe, from the start until it waits                   against: a program with an empty
-//   window
+//   operation           what is measured                                against
+//   open store          the file and the journal opened, one entry      SQLite opened, one row read
+//   first jump          half way, in a store just opened                the same, SQLite just opened
+//   refresh list        EntryList::RefreshList on the real control      a bare list view told as many rows
+//   refresh by range    the same with a filter by two years             a scan of start, subject and categories,
+//   refresh by months                          by four months             and the bare list view
+//   refresh by category                        by two categories
+//   count by ...        what these three ask of the store               the scan
+//   category match      the filter asked for every entry, in memory     a loop that compares ids
+//   first page          thirty rows through the list's cache            one statement with LIMIT 30
+//   jump to middle      the same from half way                          the same by start >= ?
+//   jump to end         the same from the end                           the same backward
+//   page by category    from half way, filtered by two categories       the same rows out of one statement
+//   show menu           the menu of the button "Show" made              a menu of as many items
+//   walk all            start, subject, categories of all, in order     a scan of these columns
+//   scan all            the same in no order (CeScanRecords)            a scan of these columns
+//   insert, update, delete an entry                                     the bare statements
+//   change sort         from start to subject                           building the same index
+//   start up            journal.exe, from the start until it waits      a program with an empty window
 #include <win.h>
 
 #include <storebatch.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -32,6 +41,7 @@
 #include "data/field_ids.h"
 #include "data/record_buffer.h"
 #include "filter/filter_settings.h"
+#include "list/button_bar.h"
 #include "list/entry_list.h"
 #include "list/row_cache.h"
 #include "list/store_rows.h"
@@ -41,6 +51,7 @@ namespace {
 constexpr LONG kPage = 30;
 constexpr int kRuns = 31;
 constexpr int kWriteRuns = 51;
+constexpr int kFewRuns = 15;
 constexpr int kSlowRuns = 5;
 
 class Bench {
@@ -55,7 +66,9 @@ public:
         OpenStore();
         Require(journal_.Open(nullptr) != 0, "opening the journal");
         RefreshList();
+        CategoryMatch();
         Pages();
+        ShowMenu();
         WalkAll();
         Writes();
         ChangeSort();
@@ -69,15 +82,20 @@ private:
     void Add(const char* operation, double time, double bound, const char* against) {
         report_.Add({operation, entries_, time, bound, against});
     }
+    void Add(const char* operation, Pair measured, const char* against) {
+        Add(operation, measured.time, measured.bound, against);
+    }
 
     void OpenStore() {
         const auto close = [&] {
             journal_.Close();
             CeUnmountObjectStore();
         };
-        const double time = Measure(
-            kRuns, [&] { Require(journal_.Open(nullptr) != 0, "opening the journal"); }, close);
-        Add("open store", time, Measure(kRuns, [&] { bare_.Reopen(); }), "SQLite opened, one row");
+        Add("open store",
+            MeasurePair(
+                kRuns, [&] { Require(journal_.Open(nullptr) != 0, "opening the journal"); }, [&] { bare_.Reopen(); },
+                close),
+            "SQLite opened, one row");
         StoreRows rows(journal_, filter_);
         RowCache cache(rows);
         const auto reopen = [&] {
@@ -85,46 +103,142 @@ private:
             journal_.Open(nullptr);
             cache.Clear();
         };
-        const double jump = Measure(
-            kRuns, [&] { ReadPage(cache, Middle()); }, reopen);
-        const double bound = Measure(
-            kRuns, [&] { bare_.ReadMiddlePage(); }, [&] { bare_.Reopen(); });
-        Add("first jump", jump, bound, "30 rows, start >= ?, just opened");
+        Add("first jump",
+            MeasurePair(
+                kRuns, [&] { ReadPage(cache, Middle()); }, [&] { bare_.ReadMiddlePage(); }, reopen,
+                [&] { bare_.Reopen(); }),
+            "30 rows, start >= ?, just opened");
         close();
     }
 
-    void RefreshList() {
-        SelectionMemory selection;
-        EntryList list(journal_, selection, filter_);
-        const HWND parent = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 240, 320,
-                                            nullptr, nullptr, nullptr, nullptr);
-        Require(list.CreateIn(parent, {0, 0, 240, 294}), "making the list");
-        ::ShowWindow(list.GetHandle(), SW_SHOW);
-        const double time = Measure(kRuns, [&] { list.RefreshList(); });
-        DestroyWindow(parent);
-        Add("refresh list", time, MeasureBareList(), "bare list view, as many rows");
+    static HWND MakeFrame() {
+        return CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 240, 320, nullptr, nullptr,
+                               nullptr, nullptr);
     }
 
-    // A list view of the system's own that is emptied and told the number of rows, and a row from SQLite. What the
-    // control itself takes for more rows is in the bound.
-    double MeasureBareList() {
-        const HWND parent = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 240, 320,
-                                            nullptr, nullptr, nullptr, nullptr);
-        const HWND list = CreateWindowExW(0, WC_LISTVIEWW, L"", WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_OWNERDATA, 0,
-                                          0, 240, 294, parent, nullptr, nullptr, nullptr);
+    // A list view of the system's own, of the same look.
+    static HWND MakeBareList(HWND parent) {
+        const HWND list = CreateWindowExW(0, WC_LISTVIEWW, L"",
+                                          WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_OWNERDATA | LVS_NOCOLUMNHEADER, 0, 0,
+                                          240, 294, parent, nullptr, nullptr, nullptr);
         LVCOLUMNW column = {};
         column.mask = LVCF_WIDTH;
         column.cx = 60;
         ::SendMessageW(list, LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
         column.cx = 180;
         ::SendMessageW(list, LVM_INSERTCOLUMNW, 1, reinterpret_cast<LPARAM>(&column));
-        const double time = Measure(kRuns, [&] {
-            ::SendMessageW(list, LVM_DELETEALLITEMS, 0, 0);
-            bare_.ReadCount();
-            ::SendMessageW(list, LVM_SETITEMCOUNT, entries_, 0);
-        });
+        return list;
+    }
+
+    // What the control itself takes for more rows is in the bound: it is emptied and told the number of rows too.
+    void RefreshList() {
+        SelectionMemory selection;
+        EntryList list(journal_, selection, filter_);
+        StoreRows rows(journal_, filter_);
+        const HWND parent = MakeFrame();
+        const HWND bareParent = MakeFrame();
+        const HWND bareList = MakeBareList(bareParent);
+        Require(list.CreateIn(parent, {0, 0, 240, 294}), "making the list");
+        ::ShowWindow(list.GetHandle(), SW_SHOW);
+        const auto refresh = [&] { list.RefreshList(); };
+        const auto tellBare = [&] {
+            ::SendMessageW(bareList, LVM_DELETEALLITEMS, 0, 0);
+            ::SendMessageW(bareList, LVM_SETITEMCOUNT, static_cast<WPARAM>(filter_.passed), 0);
+        };
+        Add("refresh list", MeasurePair(kRuns, refresh, [&] { bare_.ReadCount(), tellBare(); }),
+            "bare list view, as many rows");
+        const auto filtered = [&](const char* kind) {
+            const std::string refreshed = std::string("refresh by ") + kind;
+            const std::string counted = std::string("count by ") + kind;
+            Add(refreshed.c_str(), MeasurePair(kFewRuns, refresh, [&] { bare_.ReadAll(), tellBare(); }),
+                "scan of three columns, bare list view");
+            Require(entries_ < 1000 || (filter_.passed > 0 && filter_.passed < static_cast<LONG>(entries_)),
+                    "filtering some of the entries");
+            Add(counted.c_str(),
+                MeasurePair(
+                    kFewRuns, [&] { rows.Count(); }, [&] { bare_.ReadAll(); }),
+                "scan of three columns");
+        };
+        FilterByRange();
+        filtered("range");
+        FilterByMonths();
+        filtered("months");
+        FilterByCategory();
+        filtered("category");
+        filter_.active = FALSE;
         DestroyWindow(parent);
-        return time;
+        DestroyWindow(bareParent);
+    }
+
+    // ---- The filter: each leaves some of the sample entries, which span ten years ----
+
+    void FilterByRange() {
+        filter_.active = TRUE;
+        filter_.byRange = TRUE;
+        const ULONGLONG first = DateTime(MakeSampleEntry(1).start).Ticks();
+        filter_.rangeStart = TimeAt(first + 60 * DateTime::kTicksPerDay);
+        filter_.rangeEnd = TimeAt(first + 790 * DateTime::kTicksPerDay);
+    }
+    void FilterByMonths() {
+        filter_.byRange = FALSE;
+        filter_.months = 0x0249;
+    }
+    void FilterByCategory() {
+        for (const wchar_t* name : {L"Business", L"Family"})
+            filter_.AddCategory(DbCItem(kPropCategoryName, name));
+        filter_.RefreshCategories();
+    }
+    static DateTime TimeAt(ULONGLONG ticks) {
+        return DateTime(FILETIME{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)});
+    }
+    std::vector<DWORD> FilterIds() const {
+        std::vector<DWORD> ids;
+        for (const DbCItem& category : filter_.Categories())
+            ids.push_back(category.GetOid());
+        return ids;
+    }
+
+    void CategoryMatch() {
+        std::vector<std::vector<DWORD>> entries;
+        for (unsigned number = 0; number < entries_; ++number)
+            entries.push_back(MakeSampleEntry(number).categories);
+        filter_.active = TRUE;
+        const std::vector<DWORD> wanted = FilterIds();
+        unsigned passed = 0;
+        unsigned compared = 0;
+        const auto match = [&] {
+            passed = 0;
+            for (std::vector<DWORD>& categories : entries) {
+                const CEBLOB blob = {static_cast<DWORD>(categories.size() * sizeof(DWORD)),
+                                     reinterpret_cast<LPBYTE>(categories.data())};
+                if (filter_.Match(FILETIME{}, blob)) ++passed;
+            }
+        };
+        const auto compare = [&] {
+            compared = 0;
+            for (const std::vector<DWORD>& categories : entries) {
+                if (std::find_first_of(categories.begin(), categories.end(), wanted.begin(), wanted.end()) !=
+                    categories.end()) {
+                    ++compared;
+                }
+            }
+        };
+        Add("category match", MeasurePair(kRuns, match, compare), "a loop that compares ids");
+        Require(passed == compared && passed > 0, "matching the same entries");
+        filter_.active = FALSE;
+    }
+
+    void ShowMenu() {
+        const ButtonBar bar(journal_, filter_);
+        int items = 0;
+        const auto make = [&] { items = GetMenuItemCount(bar.MakeShowMenu().get()); };
+        const auto makeBare = [&] {
+            const HMENU menu = CreatePopupMenu();
+            for (int i = 0; i < items; ++i)
+                AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(700 + i), L"Business");
+            DestroyMenu(menu);
+        };
+        Add("show menu", MeasurePair(kRuns, make, makeBare), "a menu of as many items");
     }
 
     LONG Middle() const { return static_cast<LONG>(entries_ / 2); }
@@ -139,14 +253,22 @@ private:
     void Pages() {
         StoreRows rows(journal_, filter_);
         RowCache cache(rows);
-        const auto page = [&](LONG first) {
-            return Measure(
-                kRuns, [&] { ReadPage(cache, first); }, [&] { cache.Clear(); });
+        const auto page = [&](LONG first, const std::function<void()>& bound) {
+            return MeasurePair(
+                kRuns, [&] { ReadPage(cache, first); }, bound, [&] { cache.Clear(); });
         };
-        Add("first page", page(0), Measure(kRuns, [&] { bare_.ReadFirstPage(); }), "30 rows from the start");
-        Add("jump to middle", page(Middle()), Measure(kRuns, [&] { bare_.ReadMiddlePage(); }), "30 rows, start >= ?");
-        Add("jump to end", page(static_cast<LONG>(entries_) - kPage), Measure(kRuns, [&] { bare_.ReadLastPage(); }),
+        Add("first page", page(0, [&] { bare_.ReadFirstPage(); }), "30 rows from the start");
+        Add("jump to middle", page(Middle(), [&] { bare_.ReadMiddlePage(); }), "30 rows, start >= ?");
+        Add("jump to end", page(static_cast<LONG>(entries_) - kPage, [&] { bare_.ReadLastPage(); }),
             "30 rows from the end");
+        filter_.active = TRUE;
+        const std::vector<DWORD> wanted = FilterIds();
+        Add("page by category",
+            MeasurePair(
+                kRuns, [&] { cache.Hint(Middle(), Middle() + kPage - 1, static_cast<LONG>(entries_)); },
+                [&] { bare_.ReadPageWith(wanted); }, [&] { cache.Clear(); }),
+            "30 rows of these categories");
+        filter_.active = FALSE;
     }
 
     void WalkAll() {
@@ -160,36 +282,50 @@ private:
             }
             Require(seen == entries_, "walking over all entries");
         };
-        Add("walk all", Measure(kSlowRuns, walk), Measure(kSlowRuns, [&] { bare_.ReadAll(); }),
-            "scan of these columns");
+        const auto scan = [&] {
+            unsigned seen = 0;
+            const auto count = [](CEOID, WORD, const CEPROPVAL*, void* context) -> BOOL {
+                ++*static_cast<unsigned*>(context);
+                return TRUE;
+            };
+            Require(journal_.Scan(static_cast<WORD>(std::size(ids)), ids, count, &seen) && seen == entries_,
+                    "scanning all entries");
+        };
+        const auto bound = [&] { bare_.ReadAll(); };
+        Add("walk all", MeasurePair(kFewRuns, walk, bound), "scan of these columns");
+        Add("scan all", MeasurePair(kFewRuns, scan, bound), "scan of these columns");
     }
 
     void Writes() {
         const SampleEntry entry = MakeSampleEntry(123'456);
         std::vector<CEOID> added;
-        const double insert = Measure(kWriteRuns, [&] { added.push_back(WriteSample(journal_, 0, entry)); });
-        Add("insert", insert, Measure(kWriteRuns, [&] { bare_.Insert(entry); }), "two INSERTs, one commit");
+        Add("insert",
+            MeasurePair(
+                kWriteRuns, [&] { added.push_back(WriteSample(journal_, 0, entry)); }, [&] { bare_.Insert(entry); }),
+            "two INSERTs, one commit");
         CEPROPVAL subject = {};
         subject.propid = kPropSubject;
         subject.val.lpwstr = const_cast<LPWSTR>(L"ab");
-        const double update = Measure(kWriteRuns, [&] { journal_.WriteRecordProps(added[0], 1, &subject); });
-        Add("update", update, Measure(kWriteRuns, [&] { bare_.Update(); }), "UPDATE");
-        const double remove = Measure(kWriteRuns, [&] {
+        Add("update",
+            MeasurePair(
+                kWriteRuns, [&] { journal_.WriteRecordProps(added[0], 1, &subject); }, [&] { bare_.Update(); }),
+            "UPDATE");
+        const auto remove = [&] {
             journal_.DeleteRecord(added.back());
             added.pop_back();
-        });
-        Add("delete", remove, Measure(kWriteRuns, [&] { bare_.DeleteLast(); }), "two DELETEs, one commit");
+        };
+        Add("delete", MeasurePair(kWriteRuns, remove, [&] { bare_.DeleteLast(); }), "two DELETEs, one commit");
     }
 
     void ChangeSort() {
         const SORTORDERSPEC bySubject = {kPropSubject, CEDB_SORT_CASEINSENSITIVE};
         const SORTORDERSPEC byStart = {kPropStart, 0};
-        const double time = Measure(
-            kSlowRuns, [&] { Require(journal_.SetSortOrder(&bySubject, 1), "sorting by subject"); },
-            [&] { Require(journal_.SetSortOrder(&byStart, 1), "sorting by start"); });
-        const double bound = Measure(
-            kSlowRuns, [&] { bare_.SortBySubject(); }, [&] { bare_.SortByStart(); });
-        Add("change sort", time, bound, "CREATE INDEX of the same key");
+        Add("change sort",
+            MeasurePair(
+                kSlowRuns, [&] { Require(journal_.SetSortOrder(&bySubject, 1), "sorting by subject"); },
+                [&] { bare_.SortBySubject(); },
+                [&] { Require(journal_.SetSortOrder(&byStart, 1), "sorting by start"); }, [&] { bare_.SortByStart(); }),
+            "CREATE INDEX of the same key");
         Require(journal_.SetSortOrder(&byStart, 1), "sorting by start");
     }
 

@@ -8,22 +8,43 @@
 #include <cstdio>
 #include <cstdlib>
 
-double Measure(int runs, const std::function<void()>& work, const std::function<void()>& before) {
+namespace {
+
+double TimeOnce(const std::function<void()>& work, const std::function<void()>& before) {
+    if (before) before();
     LARGE_INTEGER frequency = {};
+    LARGE_INTEGER start = {};
+    LARGE_INTEGER end = {};
     QueryPerformanceFrequency(&frequency);
-    std::vector<double> times;
-    for (int run = 0; run < runs; ++run) {
-        if (before) before();
-        LARGE_INTEGER start = {};
-        LARGE_INTEGER end = {};
-        QueryPerformanceCounter(&start);
-        work();
-        QueryPerformanceCounter(&end);
-        times.push_back(static_cast<double>(end.QuadPart - start.QuadPart) * 1e6 /
-                        static_cast<double>(frequency.QuadPart));
-    }
+    QueryPerformanceCounter(&start);
+    work();
+    QueryPerformanceCounter(&end);
+    return static_cast<double>(end.QuadPart - start.QuadPart) * 1e6 / static_cast<double>(frequency.QuadPart);
+}
+
+double Median(std::vector<double>& times) {
     std::sort(times.begin(), times.end());
     return times[times.size() / 2];
+}
+
+}  // namespace
+
+double Measure(int runs, const std::function<void()>& work, const std::function<void()>& before) {
+    std::vector<double> times;
+    for (int run = 0; run < runs; ++run)
+        times.push_back(TimeOnce(work, before));
+    return Median(times);
+}
+
+Pair MeasurePair(int runs, const std::function<void()>& work, const std::function<void()>& bound,
+                 const std::function<void()>& beforeWork, const std::function<void()>& beforeBound) {
+    std::vector<double> times;
+    std::vector<double> bounds;
+    for (int run = 0; run < runs; ++run) {
+        times.push_back(TimeOnce(work, beforeWork));
+        bounds.push_back(TimeOnce(bound, beforeBound));
+    }
+    return {Median(times), Median(bounds)};
 }
 
 void Report::Add(Result result) {

@@ -8,6 +8,14 @@
 // The median time of one call in microseconds, over `runs` calls. `before` runs before each and is not counted.
 double Measure(int runs, const std::function<void()>& work, const std::function<void()>& before = {});
 
+// The medians of two, run by turns, so that what else the machine does falls on both.
+struct Pair {
+    double time = 0;
+    double bound = 0;
+};
+Pair MeasurePair(int runs, const std::function<void()>& work, const std::function<void()>& bound,
+                 const std::function<void()>& beforeWork = {}, const std::function<void()>& beforeBound = {});
+
 struct Result {
     std::string operation;
     unsigned entries = 0;
