@@ -21,6 +21,12 @@ protected:
         return info;
     }
 
+    // An open menu takes the keys of its thread, whichever window they are for.
+    void ChooseByKeys(std::initializer_list<WORD> keys) const {
+        for (const WORD key : keys)
+            PostMessageW(Window(), WM_KEYDOWN, key, 0);
+    }
+
     RECT BarPlace() const {
         RECT place{};
         GetWindowRect(Bar(), &place);
@@ -28,12 +34,6 @@ protected:
         return place;
     }
 };
-
-void ChooseByKeys(std::initializer_list<WORD> keys) {
-    const HWND menu = GetForegroundWindow();
-    for (const WORD key : keys)
-        PostMessageW(menu, WM_KEYDOWN, key, 0);
-}
 
 }  // namespace
 

@@ -21,13 +21,14 @@ RECT ButtonRect(HWND toolbar, UINT command) {
     return button;
 }
 
-HWND pressed = nullptr;  // the window of the last press that this thread took out of its queue
+HWND awaited = nullptr;  // the window that is to be pressed, until this thread takes its press out of the queue
 
 LRESULT CALLBACK CountPresses(int code, WPARAM removed, LPARAM data) {
     const UINT message = reinterpret_cast<const MSG*>(data)->message;
     const bool press = message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK || message == WM_RBUTTONDOWN ||
                        message == WM_RBUTTONDBLCLK;
-    if (code == HC_ACTION && removed == PM_REMOVE && press) pressed = reinterpret_cast<const MSG*>(data)->hwnd;
+    const bool taken = code == HC_ACTION && removed == PM_REMOVE;
+    if (taken && press && reinterpret_cast<const MSG*>(data)->hwnd == awaited) awaited = nullptr;
     return CallNextHookEx(nullptr, code, removed, data);
 }
 
@@ -84,10 +85,7 @@ LRESULT CALLBACK ShellTest::Procedure(HWND window, UINT message, WPARAM wparam, 
         test->seen_.push_back({message, wparam, lparam});
         if (message == WM_NOTIFY && test->onNotify) return test->onNotify(reinterpret_cast<NMHDR*>(lparam));
         const HWND menu = message == WM_TIMER && wparam == kMenuTimer ? FindWindowW(L"#32768", nullptr) : nullptr;
-        if (menu && IsWindowVisible(menu)) {
-            KillTimer(window, kMenuTimer);
-            test->whenMenuOpens_(menu);
-        }
+        if (menu && IsWindowVisible(menu)) test->whenMenuOpens_(menu);
     }
     return DefWindowProcW(window, message, wparam, lparam);
 }
@@ -178,13 +176,13 @@ void ShellTest::Release() {
 // out of the queue for the window that was meant, the window manager has moved the window away from under it: once
 // more.
 void ShellTest::Click(const Place& at, DWORD down, DWORD up) {
-    pressed = nullptr;
+    awaited = at.window;
     EXPECT_TRUE(PumpUntil([&] {
         MoveTo(at);
         Mouse(down);
         Mouse(up);
         PumpOnce();
-        return pressed == at.window;
+        return awaited == nullptr;
     }));
 }
 
