@@ -77,40 +77,6 @@ BOOL CALLBACK KeepReturn(HWND control, LPARAM) {
     return TRUE;
 }
 
-struct Rescale {
-    HWND dialog;
-    HFONT font;
-    int from;  // dots per inch
-};
-
-BOOL CALLBACK RescaleChild(HWND child, LPARAM data) {
-    const auto& rescale = *reinterpret_cast<const Rescale*>(data);
-    if (GetParent(child) != rescale.dialog) return TRUE;
-    RECT place{};
-    GetWindowRect(child, &place);
-    MapWindowPoints(nullptr, rescale.dialog, reinterpret_cast<POINT*>(&place), 2);
-    const auto scaled = [&](LONG pixels) { return MulDiv(static_cast<int>(pixels), ScreenDpi(), rescale.from); };
-    SetWindowPos(child, nullptr, scaled(place.left), scaled(place.top), scaled(place.right - place.left),
-                 scaled(place.bottom - place.top), SWP_NOZORDER | SWP_NOACTIVATE);
-    SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(rescale.font), FALSE);
-    return TRUE;
-}
-
-// The system lays a template out for its own DPI. Where CE_SCALE says otherwise the controls follow.
-void FollowScale(HWND dialog, Screen* screen) {
-    const HDC dc = GetDC(nullptr);
-    const int systemDpi = GetDeviceCaps(dc, LOGPIXELSY);
-    ReleaseDC(nullptr, dc);
-    LOGFONTW look{};
-    const auto font = reinterpret_cast<HFONT>(SendMessageW(dialog, WM_GETFONT, 0, 0));
-    if (systemDpi == ScreenDpi() || !font || !GetObjectW(font, sizeof(look), &look)) return;
-    look.lfHeight = MulDiv(look.lfHeight, ScreenDpi(), systemDpi);
-    look.lfWidth = 0;
-    Rescale rescale{dialog, CreateFontIndirectW(&look), systemDpi};
-    screen->Keep(rescale.font);
-    EnumChildWindows(dialog, RescaleChild, reinterpret_cast<LPARAM>(&rescale));
-}
-
 BOOL Refuse() {
     SetLastError(ERROR_INVALID_PARAMETER);
     return FALSE;
@@ -125,11 +91,9 @@ void SHScreenWindow(DWORD* style, SIZE* size) {
 
 BOOL SHInitDialog(SHINITDLGINFO* info) {
     if (!info || !(info->dwMask & SHIDIM_FLAGS)) return Refuse();
-    const bool first = !Screen::Of(info->hDlg);
     Screen* screen = Screen::Make(info->hDlg);
     if (!screen) return Refuse();
     screen->SetCloseCommand(GetDlgItem(info->hDlg, IDCANCEL) ? IDCANCEL : IDOK);
-    if (first) FollowScale(info->hDlg, screen);
     EnumChildWindows(info->hDlg, KeepReturn, 0);
     if (info->dwFlags & kSizeFlags) FillScreen(info->hDlg);
     if (info->dwFlags & SHIDIF_DONEBUTTON) {

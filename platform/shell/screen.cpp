@@ -47,9 +47,7 @@ POINT KeyPoint(HWND window) {
 
 Screen::Screen(HWND window) : window_(window), client_(ClientSize(window)) {}
 
-Screen::~Screen() {
-    if (font_) DeleteObject(font_);
-}
+Screen::~Screen() {}
 
 Screen* Screen::Of(HWND window) {
     // Another process's window would answer with a pointer of that process.
@@ -103,11 +101,6 @@ void Screen::SetDone(bool shown) {
     done_ = shown;
     EnsureBar();
     if (MenuBar* bar = MenuBar::Of(bar_)) bar->ShowDone(shown);
-}
-
-void Screen::Keep(HFONT font) {
-    if (font_) DeleteObject(font_);
-    font_ = font;
 }
 
 // Whether the window shows another client size than it was last told of.

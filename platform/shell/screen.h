@@ -32,9 +32,6 @@ public:
     void SetCloseCommand(UINT command) { closeCommand_ = command; }
     UINT CloseCommand() const { return closeCommand_; }  // 0: not a dialog
 
-    // Keeps a font until the window is gone.
-    void Keep(HFONT font);
-
 private:
     explicit Screen(HWND window);
     ~Screen();
@@ -52,8 +49,7 @@ private:
     HWND window_;
     HWND bar_ = nullptr;
     HWND focus_ = nullptr;  // the control that had the focus when the window was last deactivated
-    HFONT font_ = nullptr;
-    SIZE client_{};  // as last reported to the window
+    SIZE client_{};         // as last reported to the window
     UINT closeCommand_ = 0;
     bool done_ = false;
 };
