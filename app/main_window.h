@@ -50,6 +50,9 @@ private:
     void NewEntry();
     void EditCurrent();
     void RunEditor();
+    void ClearFilter();
+    void EditFilter();
+    void SaveFilter();
     void SortByField(WORD field);
     void SortDescending(bool descending);
     void SetSortOrder(const SORTORDERSPEC& order);

@@ -5,6 +5,9 @@
 #include "data/db_journal.h"
 #include "data/sort_key.h"
 #include "editor/entry_editor.h"
+#include "filter/filter_dialog.h"
+#include "filter/filter_settings.h"
+#include "filter/registry_filter_store.h"
 #include "res/ids.h"
 #include "ui/application.h"
 #include "ui/resource_text.h"
@@ -42,7 +45,9 @@ void MainWindow::OnCommandId(WORD id) {
         case IDM_EDIT_ENTRY: EditCurrent(); break;
         case IDM_COPY_ENTRIES: CopySelected(); break;
         case IDM_DELETE_ENTRIES: DeleteSelected(); break;
-        case IDM_SHOW_ALL: list_.RefreshList(); break;
+        case IDM_SHOW_ALL: ClearFilter(); break;
+        case IDM_FILTER: EditFilter(); break;
+        case IDM_FILTER_CHANGED: SaveFilter(); break;
         case IDM_ABOUT: RunAbout(*this); break;
         default: break;
     }
@@ -61,6 +66,27 @@ void MainWindow::EditCurrent() {
 
 void MainWindow::RunEditor() {
     EntryEditor::Run(*this, journal_, selection_, 0);
+    list_.RefreshList();
+}
+
+// ---- Filter ----
+
+void MainWindow::ClearFilter() {
+    RegistryFilterStore store(*Application::Current());
+    filter_.Reset(store);
+    bar_.SetShowText();
+    list_.RefreshList();
+}
+
+void MainWindow::EditFilter() {
+    FilterDialog::Run(*this, journal_, filter_);
+    list_.RefreshList();
+    bar_.SetShowText();
+}
+
+void MainWindow::SaveFilter() {
+    RegistryFilterStore store(*Application::Current());
+    filter_.Save(store);
     list_.RefreshList();
 }
 

@@ -21,7 +21,7 @@ public:
     static constexpr int kHeight = 26;  // logical pixels
 
     // Both must outlive the object.
-    ButtonBar(DbJournal& journal, const FilterSettings& filter) : journal_(journal), filter_(filter) {}
+    ButtonBar(DbJournal& journal, FilterSettings& filter) : journal_(journal), filter_(filter) {}
 
     // Creates the bar (IDC_BUTTON_BAR), hidden, across the top of the parent's client area, `width` device pixels. The
     // parent gets its commands and notifications.
@@ -36,10 +36,11 @@ public:
     // Answers WM_NOTIFY from the bar; 0 for what it does not know.
     LRESULT OnNotify(NMHDR* header);
 
-    // The menus as they open, for TrackPopupMenuEx, and what a choice in them does (0: nothing was chosen).
+    // The menus as they open, for TrackPopupMenuEx, and what a choice in them does (0: nothing was chosen). "Show"
+    // offers the categories that entries use, the first eight of them; their items' data is the category's record.
     UniqueMenu MakeShowMenu() const;
     UniqueMenu MakeSortMenu() const;
-    void OnShowChoice(int id);
+    void OnShowChoice(HMENU menu, int id);
     void OnSortChoice(int id);
 
 private:
@@ -50,10 +51,11 @@ private:
     void DrawButton(const NMTBCUSTOMDRAW& draw);
     int OpenMenu(HMENU menu, int button, UINT align);
     void SetSortTextTo(WORD field);
+    bool AppendCategories(HMENU menu) const;
     bool IsDescending() const;
     void Tell(WORD id, WORD notification);
 
     DbJournal& journal_;
-    const FilterSettings& filter_;
+    FilterSettings& filter_;
     UniqueBitmap arrow_;
 };

@@ -65,7 +65,7 @@ INSTANTIATE_TEST_SUITE_P(Commands, OpenEntryTest, testing::Values(WORD{40008}, W
 
 TEST_F(CommandsTest, ScreensThatAreNotThereDoNothing) {
     List().SelectEntry(ids_[0]);
-    for (const WORD id : {WORD{40003}, WORD{40015}, WORD{40016}, WORD{107}, WORD{121}})
+    for (const WORD id : {WORD{40003}, WORD{40015}, WORD{40016}, WORD{107}})
         Command(id);
     EXPECT_THAT(FakeEditor::opened, IsEmpty());
     EXPECT_EQ(Subjects().size(), 3u);

@@ -88,12 +88,12 @@ TEST_F(ButtonBarTest, ShowHoldsAllAndMoreWhileNoCategoryIsUsed) {
 
 TEST_F(ButtonBarTest, ShowSendsWhatWasChosenAndNamesTheFilterAgain) {
     bar_.SetButtonText(112, L"Show");
-    bar_.OnShowChoice(115);
+    bar_.OnShowChoice(bar_.MakeShowMenu().get(), 115);
     EXPECT_THAT(host_.commands, ElementsAre(ListHost::Command{115, 0}));
     EXPECT_EQ(bar_.GetButtonText(112), L"All");
     host_.commands.clear();
     bar_.SetButtonText(112, L"Show");
-    bar_.OnShowChoice(0);
+    bar_.OnShowChoice(bar_.MakeShowMenu().get(), 0);
     EXPECT_THAT(host_.commands, IsEmpty());
     EXPECT_EQ(bar_.GetButtonText(112), L"All");
 }
