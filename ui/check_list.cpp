@@ -50,6 +50,13 @@ void CheckList::Prepare(int width) {
     InsertColumn(0, L"", width);
 }
 
+bool CheckList::Enable(bool enable) {
+    const COLORREF text = GetSysColor(enable ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT);
+    SendMessage(LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(text));
+    Invalidate();
+    return ListView::Enable(enable);
+}
+
 int CheckList::Add(const wchar_t* text, bool checked, LPARAM data) {
     const int row = InsertItem(GetItemCount(), text, data);
     if (row != -1 && checked) SetChecked(row, true);

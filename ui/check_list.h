@@ -8,6 +8,9 @@ public:
     // Makes the attached control, in report mode without a header, one: boxes, and a column `width` device pixels wide.
     void Prepare(int width);
 
+    // A disabled list shows its texts in grey, which the control by itself does not.
+    bool Enable(bool enable = true) override;
+
     // Answers the row, -1 on failure. The parent is notified of no more than the box being there, and of its check.
     int Add(const wchar_t* text, bool checked, LPARAM data = 0);
     bool IsChecked(int row) const;

@@ -75,6 +75,15 @@ TEST_F(CheckListTest, ATapBelowTheRowsDoesNothing) {
     EXPECT_TRUE(list_.IsChecked(1));
 }
 
+TEST_F(CheckListTest, ADisabledListIsGrey) {
+    list_.Enable(false);
+    EXPECT_FALSE(list_.IsEnabled());
+    EXPECT_EQ(static_cast<DWORD>(list_.SendMessage(LVM_GETTEXTCOLOR)), GetSysColor(COLOR_GRAYTEXT));
+    list_.Enable();
+    EXPECT_TRUE(list_.IsEnabled());
+    EXPECT_EQ(static_cast<DWORD>(list_.SendMessage(LVM_GETTEXTCOLOR)), GetSysColor(COLOR_WINDOWTEXT));
+}
+
 TEST_F(CheckListTest, EveryTextHasRoomInTheWidestRow) {
     const int narrow = list_.WidestRow();
     list_.Add(L"a much longer text than the others", false);
