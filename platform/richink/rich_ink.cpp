@@ -11,11 +11,17 @@ namespace {
 constexpr wchar_t kProperty[] = L"cehost.RichInk";
 constexpr UINT kSmallestZoom = 75;
 constexpr UINT kLargestZoom = 300;
+constexpr WPARAM kUndoSteps = 100;  // the rich edit's own default
 constexpr LONG kNoLimit = 0x7FFFFFFE;
 constexpr UINT kLastSharedMessage = WM_USER + 100;  // up to here the numbers mean the same in both worlds
 constexpr COLORREF kDrawingPaper = RGB(0xFF, 0xFC, 0xE6);
 
 WNDPROC base_procedure = nullptr;
+
+bool IsWine() {
+    static const bool wine = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+    return wine;
+}
 
 }  // namespace
 
@@ -131,38 +137,23 @@ void RichInkControl::SetZoom(UINT percent) {
     const HDC screen = GetDC(nullptr);
     const int systemDpi = GetDeviceCaps(screen, LOGPIXELSY);
     ReleaseDC(nullptr, screen);
-    const POINTL before = EndOfText();
     Base(EM_SETZOOM, zoom_ * ScreenDpi() / systemDpi, 100);
-    const POINTL after = EndOfText();
-    if (before.x == after.x && before.y == after.y) RefreshFonts();
+    if (IsWine()) RefreshFonts();
     InvalidateRect(window_, nullptr, TRUE);
 }
 
-POINTL RichInkControl::EndOfText() const {
-    POINTL end{};
-    Base(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&end), Base(WM_GETTEXTLENGTH));
-    return end;
-}
-
-// Wine's rich edit goes on with the fonts that it made before the zoom changed. A format nobody sees, put on all text
-// and undone, makes it look for new ones; neither is a change, and what could be undone before still can.
-void RichInkControl::RefreshFonts() const {
+// Wine's rich edit goes on with the widths that it measured before the zoom changed: they stay with each format it has
+// made. An attribute nobody sees makes it take a new format for all text. It is no change and no step to undo.
+void RichInkControl::RefreshFonts() {
     const LRESULT mask = Base(EM_SETEVENTMASK, 0, ENM_NONE);
     const LRESULT modified = Base(EM_GETMODIFY);
-    const LRESULT couldUndo = Base(EM_CANUNDO);
-    CHARRANGE selection{};
-    Base(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
-
+    Base(EM_SETUNDOLIMIT, 0);  // records nothing meanwhile, forgets nothing
     CHARFORMAT2W unseen{};
     unseen.cbSize = sizeof(unseen);
     unseen.dwMask = CFM_STYLE;
-    unseen.sStyle = 1;
-    Base(EM_STOPGROUPTYPING);
+    unseen.sStyle = fontRound_ = fontRound_ == 1 ? 2 : 1;
     Base(EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&unseen));
-    Base(EM_UNDO);
-    if (!couldUndo) Base(EM_EMPTYUNDOBUFFER);
-
-    Base(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+    Base(EM_SETUNDOLIMIT, kUndoSteps);
     Base(EM_SETMODIFY, modified);
     Base(EM_SETEVENTMASK, 0, mask);
 }
@@ -171,6 +162,7 @@ void RichInkControl::RefreshFonts() const {
 LRESULT RichInkControl::Step(UINT message) {
     if (!Base(message == EM_UNDO ? EM_CANUNDO : EM_CANREDO) || !Base(message)) return FALSE;
     Base(EM_SETMODIFY, TRUE);
+    if (fontRound_) RefreshFonts();  // the step may have brought back a format of another zoom
     return TRUE;
 }
 

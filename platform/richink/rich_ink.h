@@ -48,8 +48,7 @@ private:
 
     // The view.
     void SetZoom(UINT percent);
-    void RefreshFonts() const;
-    POINTL EndOfText() const;
+    void RefreshFonts();
     void SetView(UINT view);
     void SetAttributes(const VIEWATTRIBUTES& attributes);
 
@@ -59,6 +58,7 @@ private:
     UINT view_ = VT_TYPINGVIEW;
     UINT pageStyle_ = PS_NONE;
     UINT inkLayer_ = VL_SMARTINK;
+    SHORT fontRound_ = 0;         // see RefreshFonts
     bool skipReturn_ = false;     // the character of a Return that was refused as a key
     bool skipSurrogate_ = false;  // the second half of a character whose first was refused
 };

@@ -11,18 +11,71 @@ TEST_F(RichInkViewTest, ZoomIsHeldBetween75And300Percent) {
     }
 }
 
-TEST_F(RichInkViewTest, ZoomEnlargesTheText) {
-    LoadText(L"WWWWWW");
+TEST_F(RichInkViewTest, ZoomEnlargesTheTextOfEveryLine) {
+    LoadText(L"WWWWWW\r\nWWWWWW");
     const auto width = [&] {
-        POINTL at{};
-        Send(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&at), 3);
-        return at.x;
+        POINTL first{}, second{};
+        Send(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&first), 3);
+        Send(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&second), 7 + 3);
+        EXPECT_EQ(first.x, second.x);
+        EXPECT_LT(first.y, second.y);
+        return first.x;
     };
+    const auto paint = [&] { RedrawWindow(Ink(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW); };
+    paint();
     const LONG before = width();
     Send(EM_SETZOOMPERCENT, 0, 200);
+    paint();
     EXPECT_GT(width(), before * 3 / 2);
     Send(EM_SETZOOMPERCENT, 0, 100);
+    paint();
     EXPECT_EQ(width(), before);
+}
+
+TEST_F(RichInkViewTest, ZoomEnlargesTypedText) {
+    const auto width = [&](int at) {
+        POINTL place{};
+        Send(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&place), at);
+        return place.x;
+    };
+    const auto paint = [&] { RedrawWindow(Ink(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW); };
+    Write(L"Met Anna");
+    Send(WM_KEYDOWN, VK_RETURN, 1);
+    Send(WM_CHAR, L'\r', 1);
+    Write(L"Met Anna");
+    paint();
+    const LONG before = width(8);
+    for (int percent : {200, 100, 300, 75, 100}) {
+        Send(EM_SETZOOMPERCENT, 0, percent);
+        paint();
+        EXPECT_NEAR(width(8), before * percent / 100, before / 5) << percent;
+        EXPECT_NEAR(width(17), before * percent / 100, before / 5) << percent;
+    }
+}
+
+TEST_F(RichInkViewTest, ZoomEnlargesTextTypedLaterAndTextBroughtBack) {
+    const auto width = [&] {
+        POINTL place{};
+        Send(EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&place), 4);
+        return place.x;
+    };
+    const auto paint = [&] { RedrawWindow(Ink(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW); };
+    Write(L"Anna");
+    paint();
+    const LONG before = width();
+    SelectAll();
+    Send(WM_CLEAR);
+    Send(EM_SETZOOMPERCENT, 0, 200);
+    paint();
+    Write(L"Anna");
+    EXPECT_NEAR(width(), before * 2, before / 4);
+    while (CanUndo())
+        Send(EM_UNDOEVENT);
+    while (CanRedo() && Text() != L"Anna")
+        Send(EM_REDOEVENT);
+    paint();
+    EXPECT_EQ(Text(), L"Anna");
+    EXPECT_NEAR(width(), before * 2, before / 4);
 }
 
 TEST_F(RichInkViewTest, ZoomKeepsFormatsSelectionAndWhatCanBeUndone) {
