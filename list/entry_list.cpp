@@ -74,7 +74,7 @@ void EntryList::RefreshList() {
     filter_.passed = rows_.Count();
     SetItemCount(filter_.passed);
     FitColumns();
-    {
+    if (!selected.empty()) {  // letting the control draw again costs more than the rest of a rebuild
         const DrawingPause pause(*this);
         for (const CEOID id : selected)
             SelectEntry(id);
