@@ -1,5 +1,6 @@
 #include "editor/choice_field_editor.h"
 
+#include "data/field_text.h"
 #include "editor/field_values.h"
 #include "px.h"
 #include "res/ids.h"

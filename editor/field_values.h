@@ -1,11 +1,10 @@
-// The text of a field's value and the value of a field's text, without any window.
+// A field made ready for its row, and the value of what was entered there; without any window.
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "data/dbj_item.h"
-#include "data/value_tables.h"
+#include "data/field_text.h"
 #include "editor/form_record.h"
 #include "text/date_time.h"
 
@@ -13,8 +12,7 @@
 struct FieldSources {
     const PimData* pim = nullptr;  // a Pocket Outlook item's values, null for an entry of the list
     DateTime now;                  // the start of an entry that has none
-    // Appends the categories that an entry's bytes name; called only when there are bytes.
-    std::function<void(const CEBLOB&, TSList<DbCItem>*)> readCategories;
+    CategoryReader readCategories;
 };
 
 // Makes a field that was read from the journal ready for its row: gives a value that was never set its default, takes
@@ -22,9 +20,6 @@ struct FieldSources {
 // field's string value. Left alone are a field that shows its label only, and the body's text, which only the control
 // that shows the body can read.
 void PrepareField(DbJItem& field, const FieldSources& sources);
-
-// The text of the value that the field holds now; for a text field, and for the body, its string value.
-std::wstring FieldText(const DbJItem& field);
 
 // Each of these gives a field the value that was entered, renews its string value and answers whether the value is
 // another one now.
@@ -34,6 +29,3 @@ bool CommitChoice(DbJItem& field, int choice);
 bool CommitTime(DbJItem& field, const DateTime& time);
 // A duration as people type it. A text without any number changes nothing.
 bool CommitSpan(DbJItem& field, std::wstring text);
-
-// The texts of a coded field's table or of the duration presets; empty for other fields.
-ValueTable FieldChoices(CEPROPID propid);

@@ -289,14 +289,6 @@ INSTANTIATE_TEST_SUITE_P(All, SpanTest,
                                          SpanCase{"Empty", L"", 45, L"45 minutes"}),
                          [](const auto& row) { return row.param.label; });
 
-TEST(ChoicesTest, AreTheTablesOfTheirFields) {
-    EXPECT_EQ(FieldChoices(kPropPriority).size(), 3u);
-    EXPECT_EQ(FieldChoices(kPropSensitivity).size(), 4u);
-    EXPECT_EQ(FieldChoices(kPropEntryType).size(), 19u);
-    EXPECT_EQ(FieldChoices(kPropDuration).size(), 19u);
-    EXPECT_TRUE(FieldChoices(kPropSubject).empty());
-}
-
 TEST(ChoicesTest, EveryPresetIsADuration) {
     for (const wchar_t* preset : FieldChoices(kPropDuration)) {
         DbJItem field = Field(kFieldDuration, kPropDuration, kControlList);
