@@ -17,6 +17,7 @@ import tempfile
 import time
 import unittest
 
+MENU = "#32768"  # the window class of menus
 PATIENCE = 20.0  # seconds until something awaited counts as never coming
 
 _arguments = None
@@ -60,13 +61,18 @@ class Display:
         self.pictures = pictures
         self.taken = 0
 
-    def click(self, place, times=1):
+    def click(self, place, times=1, button=1, holding=None):
+        """Clicks the middle of an element, or a point; `holding` is a key that is held meanwhile ("ctrl")."""
         x, y = place.middle if isinstance(place, Element) else place
         # Both presses of a double click go out at once, so that a busy machine cannot tear them apart.
-        run("xdotool", "mousemove", x, y, "click", "--repeat", times, "--delay", 40, 1)
+        press = ["mousemove", x, y, "click", "--repeat", times, "--delay", 40, button]
+        run("xdotool", *(["keydown", holding, *press, "keyup", holding] if holding else press))
 
     def double_click(self, place):
         self.click(place, times=2)
+
+    def right_click(self, place):
+        self.click(place, button=3)
 
     def wheel_down(self, place):
         run("xdotool", "mousemove", *place, "click", 5)
@@ -195,6 +201,12 @@ class Story(unittest.TestCase):
     def rows(self, list_view):
         return self.peek.elements("rows", list_view.window)
 
+    def page(self, list_view):
+        """What can be seen of a list view: `count`, all its rows; `rows`, those that are in sight."""
+        page = Element(self.peek.ask("page", list_view.window))
+        page.rows = [Element(row) for row in page.rows]
+        return page
+
     def texts(self, list_view):
         return [row.texts for row in self.rows(list_view)]
 
@@ -209,6 +221,13 @@ class Story(unittest.TestCase):
                     if button.command == command and not button.hidden:
                         return button
         return until(found, f"a button for the command {command}")
+
+    def menu(self):
+        """Waits for a menu to open; answers its window."""
+        return until(lambda: next((w for w in self.windows() if getattr(w, "class") == MENU), None), "a menu to open")
+
+    def until_no_menu(self):
+        until(lambda: MENU not in [getattr(w, "class") for w in self.windows()], "the menu to close")
 
     def choices(self, combo):
         return Element(self.peek.ask("choices", combo.window))

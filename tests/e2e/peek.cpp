@@ -6,6 +6,7 @@
 //   windows              the program's visible top-level windows, the topmost first
 //   tree WINDOW          a window and everything in it: class, id, text, place on the display, state
 //   rows LIST            the rows of a list view: texts of all columns, place, state
+//   page LIST            how many rows a list view has, and those of them that can be seen whole
 //   tabs TAB             the tabs of a tab control
 //   buttons TOOLBAR      the buttons of a toolbar: command, text, place, state
 //   choices COMBO        the texts of a drop-down list and which of them is chosen
@@ -13,6 +14,7 @@
 //   forget-settings      removes the journal's settings from the registry of this user
 #include <win.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cwchar>
@@ -227,14 +229,14 @@ std::string Tree(HWND top) {
     return Array(walk.found);
 }
 
-std::string Rows(HWND list) {
+// The rows from `first` on, as many as there are up to `end`.
+std::string Rows(HWND list, int first, int end) {
     Borrowed<LVITEMW> item(list);
     Borrowed<RECT> place(list);
     const HWND header = reinterpret_cast<HWND>(Ask(list, LVM_GETHEADER));
     const int columns = header ? static_cast<int>(Ask(header, HDM_GETITEMCOUNT)) : 1;
-    const int count = static_cast<int>(Ask(list, LVM_GETITEMCOUNT));
     std::vector<std::string> rows;
-    for (int row = 0; row < count; ++row) {
+    for (int row = first; row < end; ++row) {
         std::vector<std::string> texts;
         for (int column = 0; column < columns; ++column) {
             LVITEMW request = {};
@@ -247,15 +249,28 @@ std::string Rows(HWND list) {
         }
         place.Put({LVIR_BOUNDS, 0, 0, 0});
         Ask(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), place.Address());
-        const LRESULT state = Ask(list, LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED | LVIS_FOCUSED);
+        constexpr LPARAM kStates = LVIS_SELECTED | LVIS_FOCUSED | LVIS_STATEIMAGEMASK;
+        const LRESULT state = Ask(list, LVM_GETITEMSTATE, static_cast<WPARAM>(row), kStates);
         rows.push_back(Object()
                            .Raw("texts", Array(texts))
                            .Place("place", OnDisplay(list, place.Get()))
                            .Flag("selected", state & LVIS_SELECTED)
                            .Flag("focused", state & LVIS_FOCUSED)
+                           .Flag("checked", (state & LVIS_STATEIMAGEMASK) == INDEXTOSTATEIMAGEMASK(2))
                            .Done());
     }
     return Array(rows);
+}
+
+std::string AllRows(HWND list) {
+    return Rows(list, 0, static_cast<int>(Ask(list, LVM_GETITEMCOUNT)));
+}
+
+std::string Page(HWND list) {
+    const int count = static_cast<int>(Ask(list, LVM_GETITEMCOUNT));
+    const int top = static_cast<int>(Ask(list, LVM_GETTOPINDEX));
+    const int end = std::min(top + static_cast<int>(Ask(list, LVM_GETCOUNTPERPAGE)), count);
+    return Object().Number("count", count).Number("top", top).Raw("rows", Rows(list, top, end)).Done();
 }
 
 std::string Tabs(HWND tab) {
@@ -340,7 +355,8 @@ std::string Lines(HWND box) {
 std::string Answer(const std::string& command, HWND window) {
     if (command == "windows") return Windows();
     if (command == "tree") return Tree(window);
-    if (command == "rows") return Rows(window);
+    if (command == "rows") return AllRows(window);
+    if (command == "page") return Page(window);
     if (command == "tabs") return Tabs(window);
     if (command == "buttons") return Buttons(window);
     if (command == "choices") return Choices(window);

@@ -10,8 +10,22 @@ IDC_EDITOR_BODY = 103
 IDC_EDITOR_TABS = 20100
 IDC_EDITOR_FIELD = 20101
 
+IDC_BUTTON_BAR = 110
+IDM_SORT = 111
+IDM_SHOW = 112
+IDM_SHOW_ALL = 115
+IDM_FILTER = 121
+IDC_FILTER_CATEGORIES = 1005
+IDC_FILTER_MONTHS = 1006
+IDC_FILTER_BY_RANGE = 1012
+IDC_FILTER_BY_MONTH = 1013
+IDC_FILTER_CATEGORIES_ONLY = 1023
+IDC_FILTER_STATUS = 1024
+
 MAIN = "Quillon Journal"
 EDITOR = "Journal Entry"
+FILTER = "Journal Filter..."
+CONFIRM = "Confirm"
 
 VALUE = 1  # the column of a form's row that holds the value
 
@@ -44,6 +58,71 @@ class JournalStory(Story):
         rows = self.rows(self.control(main, id=IDC_ENTRY_LIST))
         self.display.double_click(next(row for row in rows if row.texts[1] == subject))
         return self.window(EDITOR)
+
+    def seen(self, main):
+        """How many entries the list has, and the subjects in sight."""
+        page = self.page(self.control(main, id=IDC_ENTRY_LIST))
+        return page.count, [row.texts[1] for row in page.rows]
+
+    def wait_for_count(self, main, count):
+        until(lambda: self.seen(main)[0] == count, lambda: f"{count} entries in the list; there are {self.seen(main)[0]}")
+
+    def row_of_entry(self, main, index):
+        """The row `index` of those in sight."""
+        return self.page(self.control(main, id=IDC_ENTRY_LIST)).rows[index]
+
+    def select(self, main, *indexes):
+        """Selects rows among those in sight, as one does without opening any: with Ctrl held down."""
+        for index in indexes:
+            self.display.click(self.row_of_entry(main, index), holding="ctrl")
+            until(lambda: self.row_of_entry(main, index).selected, f"row {index} to be selected")
+
+    def from_context_menu(self, main, index, item):
+        """Opens the context menu of a row in sight and picks one of its three items."""
+        self.display.right_click(self.row_of_entry(main, index))
+        left, top, right, bottom = self.menu().place
+        self.display.click(((left + right) // 2, top + (bottom - top) * (2 * item + 1) // 6))
+        self.until_no_menu()
+
+    # ---- the button bar ----
+
+    def bar_text(self, main, command):
+        return self.bar_button(main, command).text
+
+    def wait_for_bar_text(self, main, command, text):
+        until(lambda: self.bar_text(main, command) == text,
+              lambda: f"{text!r} on the button {command}; there is {self.bar_text(main, command)!r}")
+
+    def from_bar_menu(self, main, command, *keys):
+        """Opens the menu of a button in the bar and picks an item with the keys."""
+        self.display.click(self.bar_button(main, command))
+        self.menu()
+        self.display.picture("menu")
+        self.display.key(*keys, "Return")
+        self.until_no_menu()
+
+    # ---- the filter ----
+
+    def open_filter(self, main):
+        self.display.click(self.bar_button(main, IDM_FILTER))
+        return self.window(FILTER)
+
+    def push(self, form, id):
+        """Clicks a radio button or a check box."""
+        self.display.click(self.control(form, id=id))
+
+    def toggle(self, form, id, text):
+        """Taps the label of a row with a check box, which has to be in sight."""
+        rows = lambda: self.page(self.control(form, id=id)).rows
+        row = lambda: next(row for row in rows() if row.texts[0] == text)
+        before = row()
+        left, top, _, bottom = before.place
+        self.display.click((left + 40, (top + bottom) // 2))
+        until(lambda: row().checked != before.checked, f"the check of {text} to change")
+
+    def wait_for_status(self, form, text):
+        status = lambda: self.control(form, id=IDC_FILTER_STATUS).text
+        until(lambda: status() == text, lambda: f"{text!r} as the status; there is {status()!r}")
 
     # ---- the form ----
 
