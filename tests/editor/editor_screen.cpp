@@ -2,7 +2,6 @@
 
 #include <aygshell.h>
 #include <inkx.h>
-#include <px.h>
 #include <richink.h>
 
 #include "res/ids.h"
@@ -10,94 +9,27 @@
 #include "ui/resource_text.h"
 #include "ui/rich_ink.h"
 
-namespace {
-
-constexpr UINT kRunScript = WM_APP;
-constexpr UINT_PTR kRetry = 1;  // timer
-
-BOOL CALLBACK FindScreen(HWND window, LPARAM found) {
-    if (!GetDlgItem(window, IDC_EDITOR_TABS)) return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
-}
-
-}  // namespace
-
-EditorScreen* EditorScreen::live_ = nullptr;
-
 EditorScreen::EditorScreen() {
     application_.InitInstance(GetModuleHandleW(nullptr), SW_SHOW);
     application_.InitCommonControls();
     InitInkX();
     InitRichInkDLL();
     EXPECT_TRUE(journal_.Open(nullptr));
-
-    WNDCLASSW windowClass = {};
-    windowClass.lpfnWndProc = Procedure;
-    windowClass.hInstance = GetModuleHandleW(nullptr);
-    windowClass.hbrBackground = GetSysColorBrush(COLOR_WINDOW);
-    windowClass.lpszClassName = L"EditorScreenOwner";
-    RegisterClassW(&windowClass);
-    DWORD style = WS_VISIBLE;
-    SIPINFO sip = {};
-    sip.cbSize = sizeof sip;
-    SHSipInfo(SPI_GETSIPINFO, 0, &sip, 0);
-    SIZE size = {sip.rcVisibleDesktop.right - sip.rcVisibleDesktop.left,
-                 sip.rcVisibleDesktop.bottom - sip.rcVisibleDesktop.top - Px(kMenuBarHeight)};
-    SHScreenWindow(&style, &size);
-    owner_.Create(windowClass.lpszClassName, L"Owner", style, 40, 40, size.cx, size.cy, nullptr, nullptr,
-                  windowClass.hInstance, nullptr);
-    owner_.Show();
-    live_ = this;
 }
 
-EditorScreen::~EditorScreen() {
-    live_ = nullptr;
-    owner_.Destroy();
-    journal_.Close();
-}
-
-LRESULT CALLBACK EditorScreen::Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
-    if (live_ && (message == kRunScript || message == WM_TIMER)) {
-        live_->OnRunScript();
-        return 0;
-    }
-    return DefWindowProcW(hwnd, message, wparam, lparam);
-}
-
-// A dialog appears only when its message queue has been empty, so that this comes back until the editor stands there.
-void EditorScreen::OnRunScript() {
-    screen_ = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), FindScreen, reinterpret_cast<LPARAM>(&screen_));
-    if (!IsWindowVisible(screen_)) {
-        owner_.SetTimer(kRetry, 10);
-        return;
-    }
-    owner_.KillTimer(kRetry);
-    PumpOnce();
-    (*script_)();
-    PumpOnce();
-    if (IsWindow(screen_)) Command(IDOK);
-}
-
-void EditorScreen::RunScript(const Script& script, const std::function<void()>& modal) {
-    script_ = &script;
-    owner_.PostMessage(kRunScript);
-    modal();
-    EXPECT_FALSE(IsWindow(screen_));
-    screen_ = nullptr;
-    script_ = nullptr;
+void EditorScreen::RunScript(const Script& script, const std::function<INT_PTR()>& modal) {
+    EXPECT_EQ(stage_.Run(IDC_EDITOR_TABS, IDOK, script, modal), IDOK);
 }
 
 CEOID EditorScreen::Edit(CEOID id, WORD field, const Script& script) {
     selection_.SetCurrent(id);
-    RunScript(script, [&] { EXPECT_EQ(EntryEditor::Run(owner_, journal_, selection_, field), IDOK); });
+    RunScript(script, [&] { return EntryEditor::Run(stage_.Owner(), journal_, selection_, field); });
     return selection_.Current();
 }
 
 CEOID EditorScreen::EditItem(const PimData& item, const Script& script) {
     CEOID id = 0;
-    RunScript(script, [&] { EXPECT_EQ(EntryEditor::Run(owner_, journal_, item, id), IDOK); });
+    RunScript(script, [&] { return EntryEditor::Run(stage_.Owner(), journal_, item, id); });
     return id;
 }
 
@@ -120,7 +52,7 @@ std::wstring EditorScreen::StoredBody(CEOID id) {
     const DbJItem body = Stored(id, kPropBody);
     const CEBLOB& blob = *body.GetBlob();
     RichInk control;
-    control.CreateIn(owner_.GetHandle(), 1, ES_MULTILINE, {});
+    control.CreateIn(stage_.Owner().GetHandle(), 1, ES_MULTILINE, {});
     control.StreamIn(SF_RTF, std::vector<BYTE>(blob.lpb, blob.lpb + blob.dwCount));
     const std::wstring text = control.StreamOutText();
     control.Destroy();
@@ -171,7 +103,7 @@ std::wstring EditorScreen::RowText(WORD field) const {
 }
 
 void EditorScreen::Command(int id) const {
-    SendMessageW(screen_, WM_COMMAND, static_cast<WPARAM>(id), 0);
+    SendMessageW(Screen(), WM_COMMAND, static_cast<WPARAM>(id), 0);
 }
 
 void EditorScreen::Type(HWND control, const std::wstring& text) const {
@@ -200,7 +132,7 @@ HWND EditorScreen::EditOf(HWND combo) const {
 void EditorScreen::ChooseItem(HWND combo, int index) const {
     SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
     const int id = GetDlgCtrlID(combo);
-    SendMessageW(screen_, WM_COMMAND, MAKEWPARAM(id, CBN_SELCHANGE), reinterpret_cast<LPARAM>(combo));
+    SendMessageW(Screen(), WM_COMMAND, MAKEWPARAM(id, CBN_SELCHANGE), reinterpret_cast<LPARAM>(combo));
 }
 
 void EditorScreen::PickTime(HWND picker, const SYSTEMTIME& time) const {
@@ -209,14 +141,14 @@ void EditorScreen::PickTime(HWND picker, const SYSTEMTIME& time) const {
     change.nmhdr = {picker, static_cast<UINT_PTR>(GetDlgCtrlID(picker)), static_cast<UINT>(DTN_DATETIMECHANGE)};
     change.dwFlags = GDT_VALID;
     change.st = time;
-    SendMessageW(screen_, WM_NOTIFY, change.nmhdr.idFrom, reinterpret_cast<LPARAM>(&change));
+    SendMessageW(Screen(), WM_NOTIFY, change.nmhdr.idFrom, reinterpret_cast<LPARAM>(&change));
 }
 
 void EditorScreen::GoToPage(int page) const {
     const HWND tabs = Item(IDC_EDITOR_TABS);
     TabCtrl_SetCurSel(tabs, page);
     NMHDR header = {tabs, IDC_EDITOR_TABS, static_cast<UINT>(TCN_SELCHANGE)};
-    SendMessageW(screen_, WM_NOTIFY, IDC_EDITOR_TABS, reinterpret_cast<LPARAM>(&header));
+    SendMessageW(Screen(), WM_NOTIFY, IDC_EDITOR_TABS, reinterpret_cast<LPARAM>(&header));
     PumpOnce();
 }
 
@@ -235,7 +167,7 @@ std::wstring EditorScreen::TextOf(HWND control) const {
 }
 
 bool EditorScreen::IsZoomChecked(int item) const {
-    const HMENU menu = SHGetSubMenu(SHFindMenuBar(screen_), IDM_ZOOM_MENU);
+    const HMENU menu = SHGetSubMenu(SHFindMenuBar(Screen()), IDM_ZOOM_MENU);
     return (GetMenuState(menu, static_cast<UINT>(item), MF_BYPOSITION) & MF_CHECKED) != 0;
 }
 

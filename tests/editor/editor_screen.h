@@ -13,15 +13,16 @@
 #include "list/selection_memory.h"
 #include "tests/support/fresh_store.h"
 #include "tests/support/message_boxes.h"
+#include "tests/support/modal_stage.h"
 #include "tests/support/private_registry.h"
 #include "ui/application.h"
 
 class EditorScreen : public testing::Test {
 protected:
-    using Script = std::function<void()>;
+    using Script = ModalStage::Script;
 
     EditorScreen();
-    ~EditorScreen() override;
+    ~EditorScreen() override { journal_.Close(); }
 
     // ---- The store ----
     // Writes an entry whose fields `fill` sets and answers its id.
@@ -42,8 +43,8 @@ protected:
     CEOID EditItem(const PimData& item, const Script& script);
 
     // ---- What a script does ----
-    HWND Screen() const { return screen_; }
-    HWND Item(int id) const { return GetDlgItem(screen_, id); }
+    HWND Screen() const { return stage_.Screen(); }
+    HWND Item(int id) const { return GetDlgItem(Screen(), id); }
     HWND List() const;
     HWND Body() const;
     // The control that edits the current field; null when none is open.
@@ -76,16 +77,9 @@ protected:
     Application application_{L"Software\\Quillon Journal Tests\\Settings"};
     DbJournal journal_;
     SelectionMemory selection_;
-    Window owner_;
+    ModalStage stage_;
 
 private:
     void GoToPage(int page) const;
-    void OnRunScript();
-    void RunScript(const Script& script, const std::function<void()>& modal);
-
-    static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam);
-    static EditorScreen* live_;
-
-    HWND screen_ = nullptr;
-    const Script* script_ = nullptr;
+    void RunScript(const Script& script, const std::function<INT_PTR()>& modal);
 };

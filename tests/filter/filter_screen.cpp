@@ -1,6 +1,5 @@
 #include "tests/filter/filter_screen.h"
 
-#include <aygshell.h>
 #include <px.h>
 
 #include "filter/filter_dialog.h"
@@ -8,15 +7,6 @@
 #include "tests/support/pump.h"
 
 namespace {
-
-constexpr UINT kRunScript = WM_APP;
-constexpr UINT_PTR kRetry = 1;  // timer
-
-BOOL CALLBACK FindScreen(HWND window, LPARAM found) {
-    if (!GetDlgItem(window, IDC_FILTER_STATUS)) return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
-}
 
 std::wstring RowText(HWND list, int row) {
     wchar_t text[300] = L"";
@@ -26,86 +16,23 @@ std::wstring RowText(HWND list, int row) {
 
 }  // namespace
 
-FilterScreen* FilterScreen::live_ = nullptr;
-
 FilterScreen::FilterScreen() {
     application_.InitInstance(GetModuleHandleW(nullptr), SW_SHOW);
     application_.InitCommonControls();
     EXPECT_TRUE(journal_.Open(nullptr));
-
-    WNDCLASSW windowClass = {};
-    windowClass.lpfnWndProc = Procedure;
-    windowClass.hInstance = GetModuleHandleW(nullptr);
-    windowClass.hbrBackground = GetSysColorBrush(COLOR_WINDOW);
-    windowClass.lpszClassName = L"FilterScreenOwner";
-    RegisterClassW(&windowClass);
-    DWORD style = WS_VISIBLE;
-    SIPINFO sip = {};
-    sip.cbSize = sizeof sip;
-    SHSipInfo(SPI_GETSIPINFO, 0, &sip, 0);
-    SIZE size = {sip.rcVisibleDesktop.right - sip.rcVisibleDesktop.left,
-                 sip.rcVisibleDesktop.bottom - sip.rcVisibleDesktop.top - Px(kMenuBarHeight)};
-    SHScreenWindow(&style, &size);
-    owner_.Create(windowClass.lpszClassName, L"Owner", style, 40, 40, size.cx, size.cy, nullptr, nullptr,
-                  windowClass.hInstance, nullptr);
-    owner_.Show();
-    live_ = this;
-}
-
-FilterScreen::~FilterScreen() {
-    live_ = nullptr;
-    owner_.Destroy();
-    journal_.Close();
-}
-
-LRESULT CALLBACK FilterScreen::Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
-    if (live_ && (message == kRunScript || message == WM_TIMER)) {
-        live_->OnRunScript();
-        return 0;
-    }
-    if (live_ && message == WM_COMMAND) {
-        EXPECT_EQ(HIWORD(wparam), 0);
-        live_->commands_.push_back(LOWORD(wparam));
-        if (live_->onCommand_) live_->onCommand_(LOWORD(wparam));
-        return 0;
-    }
-    return DefWindowProcW(hwnd, message, wparam, lparam);
-}
-
-// A dialog appears only when its message queue has been empty, so that this comes back until it stands there.
-void FilterScreen::OnRunScript() {
-    screen_ = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), FindScreen, reinterpret_cast<LPARAM>(&screen_));
-    if (!IsWindowVisible(screen_)) {
-        owner_.SetTimer(kRetry, 10);
-        return;
-    }
-    owner_.KillTimer(kRetry);
-    PumpOnce();
-    (*script_)();
-    PumpOnce();
-    if (IsWindowVisible(screen_)) Command(IDCANCEL);  // one that has ended is hidden until its loop is left
+    stage_.onCommand = [this](WORD id) {
+        commands_.push_back(id);
+        if (onCommand_) onCommand_(id);
+    };
 }
 
 INT_PTR FilterScreen::Open(const Script& script) {
-    bool ran = false;
-    const Script marked = [&] {
-        ran = true;
-        script();
-    };
-    script_ = &marked;
-    owner_.PostMessage(kRunScript);
-    const INT_PTR result = FilterDialog::Run(owner_, journal_, filter_);
-    EXPECT_TRUE(ran);
-    EXPECT_FALSE(IsWindow(screen_));
-    owner_.KillTimer(kRetry);
-    screen_ = nullptr;
-    script_ = nullptr;
-    return result;
+    return stage_.Run(IDC_FILTER_STATUS, IDCANCEL, script,
+                      [this] { return FilterDialog::Run(stage_.Owner(), journal_, filter_); });
 }
 
 INT_PTR FilterScreen::OpenInVain() {
-    return FilterDialog::Run(owner_, journal_, filter_);
+    return FilterDialog::Run(stage_.Owner(), journal_, filter_);
 }
 
 void FilterScreen::ResetOnClear() {
@@ -135,7 +62,7 @@ CEOID FilterScreen::AddEntry(const DateTime& start, const std::vector<CEOID>& ca
 }
 
 HWND FilterScreen::Item(int id) const {
-    const HWND item = GetDlgItem(screen_, id);
+    const HWND item = GetDlgItem(Screen(), id);
     EXPECT_NE(item, nullptr) << id;
     return item;
 }
@@ -146,7 +73,7 @@ void FilterScreen::Pick(int id, const DateTime& time) const {
     change.dwFlags = GDT_VALID;
     change.st = time.ToSystemTime();
     SendMessageW(Item(id), DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&change.st));
-    SendMessageW(screen_, WM_NOTIFY, change.nmhdr.idFrom, reinterpret_cast<LPARAM>(&change));
+    SendMessageW(Screen(), WM_NOTIFY, change.nmhdr.idFrom, reinterpret_cast<LPARAM>(&change));
 }
 
 DateTime FilterScreen::Picked(int id) const {

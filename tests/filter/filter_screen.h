@@ -11,9 +11,9 @@
 #include "data/db_journal.h"
 #include "res/ids.h"
 #include "tests/filter/filter_fixture.h"
+#include "tests/support/modal_stage.h"
 #include "tests/support/private_registry.h"
 #include "ui/application.h"
-#include "ui/window.h"
 
 // The dialog's controls.
 inline constexpr int kMonths = IDC_FILTER_MONTHS;
@@ -26,10 +26,10 @@ inline constexpr int kEnd = IDC_FILTER_END;
 
 class FilterScreen : public FilterTest {
 protected:
-    using Script = std::function<void()>;
+    using Script = ModalStage::Script;
 
     FilterScreen();
-    ~FilterScreen() override;
+    ~FilterScreen() override { journal_.Close(); }
 
     // An entry that starts on that day, with these categories.
     CEOID AddEntry(const DateTime& start, const std::vector<CEOID>& categories = {});
@@ -47,9 +47,9 @@ protected:
     void SetRange();
 
     // ---- What a script does ----
-    HWND Screen() const { return screen_; }
+    HWND Screen() const { return stage_.Screen(); }
     HWND Item(int id) const;
-    void Command(WORD id) const { SendMessageW(screen_, WM_COMMAND, id, 0); }
+    void Command(WORD id) const { SendMessageW(Screen(), WM_COMMAND, id, 0); }
     void Click(int id) const { SendMessageW(Item(id), BM_CLICK, 0, 0); }
     // Picks a day as the drop-down calendar does.
     void Pick(int id, const DateTime& time) const;
@@ -71,16 +71,7 @@ protected:
     PrivateRegistry registry_;
     Application application_{L"Software\\Talvern\\Journal"};
     DbJournal journal_;
-    Window owner_;
+    ModalStage stage_;
     std::vector<WORD> commands_;           // what the owner was sent
     std::function<void(WORD)> onCommand_;  // what the owner does with it
-
-private:
-    static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam);
-    void OnRunScript();
-
-    static FilterScreen* live_;
-
-    HWND screen_ = nullptr;
-    const Script* script_ = nullptr;
 };
