@@ -5,6 +5,7 @@
 
 #include "app/context_menu.h"
 #include "data/db_journal.h"
+#include "editor/entry_editor.h"
 #include "filter/filter_settings.h"
 #include "filter/registry_filter_store.h"
 #include "res/ids.h"
@@ -102,6 +103,7 @@ RECT MainWindow::ListPlace() const {
 }
 
 LRESULT MainWindow::OnClose() {
+    EntryEditor::FinishOpen();  // the shell may close the program while an entry is being edited
     journal_.Close();
     selection_.Clear();
     Destroy();

@@ -66,6 +66,7 @@ void MainWindow::EditCurrent() {
 
 void MainWindow::RunEditor() {
     EntryEditor::Run(*this, journal_, selection_, 0);
+    if (!IsWindow()) return;  // closed together with the editor
     list_.RefreshList();
 }
 

@@ -24,7 +24,7 @@ ComboFieldEditor::ComboFieldEditor(DbJItem& field, const FieldEditorSite& site)
 
 void ComboFieldEditor::Enter() {
     combo_.SetFocus();
-    combo_.SelectEdit(0, -1);
+    SelectAllFromStart(combo_.GetEdit());
 }
 
 FieldEvent ComboFieldEditor::OnCommand(WORD code) {

@@ -4,6 +4,7 @@
 #include "data/category_blob.h"
 #include "data/category_uses.h"
 #include "data/field_ids.h"
+#include "editor/unsaved_entries.h"
 #include "list/selection_memory.h"
 #include "res/ids.h"
 #include "ui/application.h"
@@ -26,6 +27,11 @@ INT_PTR EntryEditor::Run(Window& owner, DbJournal& journal, const PimData& item,
 }
 
 INT_PTR EntryEditor::RunModal(Window& owner, const FormRecord& record) {
+    // A request of another program comes although the owner is disabled.
+    if (live_) {
+        live_->SetForeground();
+        return -1;
+    }
     DialogParams params(this, const_cast<FormRecord*>(&record));
     return DoModal(Application::Current()->GetInstance(), IDD_FRAME, owner.GetHandle(), Procedure, &params);
 }
@@ -42,6 +48,9 @@ INT_PTR CALLBACK EntryEditor::Procedure(HWND hwnd, UINT message, WPARAM wparam, 
         case WM_SIZE: return live_->OnSize();
         case WM_SETTINGCHANGE: return live_->HandleSettingChange(wparam, lparam);
         case WM_CLOSE: return live_->OnOk();
+        case WM_ENDSESSION:  // the user logs off: nothing comes after this
+            if (wparam) FinishOpen();
+            return TRUE;
         case kEnterEditor: return live_->EnterEditor(), TRUE;
         case kGoToPage: return live_->GoToPage(static_cast<Page>(wparam)), TRUE;
         case WM_NCDESTROY: return End(live_);
@@ -71,10 +80,12 @@ INT_PTR EntryEditor::OnCommand(WORD code, WORD id) {
         case IDM_ZOOM_100:
         case IDM_ZOOM_150:
         case IDM_ZOOM_200:
-        case IDM_ZOOM_300: return OnZoom(id - IDM_ZOOM_75), TRUE;
+        case IDM_ZOOM_300:
+            if (page_ == kNotePage) OnZoom(id - IDM_ZOOM_75);
+            return TRUE;
         case IDC_EDITOR_FIELD: return OnFieldEvent(editor_ ? editor_->OnCommand(code) : FieldEvent::kNone), TRUE;
         case IDC_EDITOR_BODY: return OnBodyNotification(code);
-        default: return OnBodyCommand(id);
+        default: return page_ == kNotePage ? OnBodyCommand(id) : FALSE;
     }
 }
 
@@ -106,7 +117,7 @@ INT_PTR EntryEditor::OnNotify(const NMHDR& header) {
     switch (header.idFrom) {
         case IDC_EDITOR_FIELDS: return OnListNotify(header);
         case IDC_EDITOR_TABS:
-            if (header.code == TCN_SELCHANGE) GoToPage(static_cast<Page>(tabs_.GetSelection()));
+            if (header.code == TCN_SELCHANGE) OnTabChosen();
             return FALSE;
         case IDC_EDITOR_FIELD:
         case IDC_EDITOR_FIELD_TIME:
@@ -130,6 +141,8 @@ INT_PTR EntryEditor::OnListNotify(const NMHDR& header) {
 
 INT_PTR EntryEditor::OnSize() {
     Layout();
+    // The input panel takes half of the page: the row that is typed into stays in view.
+    if (editor_) list_.EnsureVisible(editor_->Field().GetLoc(), false);
     PlaceEditor();
     return TRUE;
 }
@@ -142,9 +155,13 @@ INT_PTR EntryEditor::OnInitMenuPopup(HMENU menu) {
 }
 
 void EntryEditor::WriteEntry() {
+    if (!IsStored()) id_ = 0;
     const std::vector<CEOID> before = ReadEntryCategories(journal_, id_);
     id_ = journal_.Write(id_, &fields_);
-    if (!id_) return;
+    if (!id_) {
+        KeepUnsaved(fields_);
+        return;
+    }
     journal_.SetFlags(id_, kRecordFlagsWritten);
     UpdateCategoryUses(before, ReadCategoryBlob(*FindFieldByPropID(fields_, kPropCategories)->GetBlob()));
 }
@@ -152,7 +169,22 @@ void EntryEditor::WriteEntry() {
 INT_PTR EntryEditor::OnOk() {
     // A failed write shows a box without an owner: OK can be tapped once more behind it.
     if (closing_) return TRUE;
+    LeaveEditor();
     if (page_ == kNotePage && !StoreBody()) return TRUE;
+    Finish();
+    return TRUE;
+}
+
+void EntryEditor::FinishOpen() {
+    if (!live_) return;
+    live_->LeaveEditor();
+    if (live_->page_ == kNotePage) live_->StoreBody();
+    live_->Finish();
+}
+
+// Writes what is to be written and ends the dialog. The body has been taken over.
+void EntryEditor::Finish() {
+    if (closing_) return;
     closing_ = true;
     if (modified_) {
         TakeEntered();
@@ -160,5 +192,4 @@ INT_PTR EntryEditor::OnOk() {
     }
     editor_.reset();
     EndDialog(GetHandle(), IDOK);
-    return TRUE;
 }

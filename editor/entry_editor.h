@@ -19,12 +19,21 @@ public:
     // the user has closed it. `editField` is the field id (101-111) whose row is selected first; 0 or an unknown id
     // selects the first row. An entry that was changed has been written to `journal` by then, and the id it was written
     // under is the selection's current entry; a write that failed leaves 0 there. The caller refills its list. Returns
-    // IDOK, or -1 when the screen could not be made (nothing is written then).
+    // IDOK, or -1 when the screen could not be made, or is open already and comes to the front (nothing is written
+    // then).
+    //
+    // An entry that somebody else deleted meanwhile, or that could not be read, is written as a new one: what was typed
+    // is kept, and nothing stored is replaced by fields that were never shown. What a failed write could not store is
+    // what the next new entry starts with.
     static INT_PTR Run(Window& owner, DbJournal& journal, SelectionMemory& selection, unsigned short editField);
 
     // Edits a new entry with the values of a Pocket Outlook item; it is saved even when the user changes nothing. `id`
     // receives the entry's object id.
     static INT_PTR Run(Window& owner, DbJournal& journal, const PimData& item, CEOID& id);
+
+    // OK for the program's end, while the journal is still open: the editor that is open, if any, has written its entry
+    // when this returns, and ends as soon as its messages are seen to.
+    static void FinishOpen();
 
 private:
     friend class Dialog;  // begins and ends the procedure's live object
@@ -51,12 +60,14 @@ private:
     INT_PTR OnSize();
     INT_PTR OnInitMenuPopup(HMENU menu);
     INT_PTR OnOk();
+    void Finish();
 
     // ---- Fields (entry_editor_fields.cpp) ----
     void OnRowChanged(const NMLISTVIEW& change);
     void OnFieldEvent(FieldEvent event);
     void OpenEditor(int row);
     void CloseEditor();
+    void LeaveEditor();
     void PlaceEditor();
     void EnterEditor();
     void TakeEntered();
@@ -68,6 +79,7 @@ private:
     bool IsEditorControl(HWND control) const;
 
     // ---- Pages (entry_editor_pages.cpp) ----
+    void OnTabChosen();
     void GoToPage(Page page);
     void ShowEntryPage();
     void ShowNotePage();

@@ -49,9 +49,14 @@ void EntryEditor::OpenEditor(int row) {
 
 void EntryEditor::CloseEditor() {
     if (!editor_) return;
+    LeaveEditor();
     TakeEntered();
-    if (IsEditorControl(::GetFocus())) list_.SetFocus();
     editor_.reset();
+}
+
+// A picker counts what is typed into it only when the user has left it; a tap on the bar does not take the focus.
+void EntryEditor::LeaveEditor() {
+    if (IsEditorControl(::GetFocus())) list_.SetFocus();
 }
 
 void EntryEditor::PlaceEditor() {
@@ -60,6 +65,7 @@ void EntryEditor::PlaceEditor() {
     RECT list = {};
     list_.GetClientRect(&list);
     if (!list_.GetValueRect(editor_->Field().GetLoc(), &cell) || cell.top < 0 || cell.bottom > list.bottom) cell = {};
+    if (IsRectEmpty(&cell)) LeaveEditor();  // a hidden control would keep the keys to itself
     editor_->Place(cell);
 }
 

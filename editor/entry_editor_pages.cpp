@@ -15,6 +15,13 @@ void EntryEditor::UseMenuBar(UINT resource) {
     CreateMenuBar(true, 0, resource, Application::Current()->GetInstance(), IDB_EDITOR_BAR, kPictures);
 }
 
+// The focus goes into the page, except for one who walks along the strip with the arrow keys.
+void EntryEditor::OnTabChosen() {
+    const bool byKey = ::GetFocus() == tabs_.GetHandle() && GetKeyState(VK_LBUTTON) >= 0;
+    GoToPage(static_cast<Page>(tabs_.GetSelection()));
+    if (byKey) tabs_.SetFocus();
+}
+
 void EntryEditor::GoToPage(Page page) {
     if (page == page_) return;
     if (page == kNotePage) {

@@ -3,6 +3,7 @@
 #include "data/db_cats.h"
 #include "data/field_ids.h"
 #include "editor/field_values.h"
+#include "editor/unsaved_entries.h"
 #include "px.h"
 #include "res/ids.h"
 #include "ui/resource_text.h"
@@ -32,7 +33,8 @@ bool EntryForm::Build(const FormRecord& record) {
 
     // Before the text comes: on some systems a text keeps the character widths of the zoom it was loaded with.
     body_.ApplySettings();
-    journal_.Read(id_, &fields_);
+    loaded_ = id_ && journal_.Read(id_, &fields_) == id_;
+    if (!id_) ReadNew(pim != nullptr);
     FillRows(pim, row ? row->field : 0);
     return true;
 }
@@ -66,6 +68,15 @@ void EntryForm::Layout() {
     tabs_.MoveWindow(0, page.bottom, client.right, strip);
     body_.Place(page);
     list_.Place(page);
+}
+
+// A new entry goes on with what could not be saved before; that of a Pocket Outlook item has its own values.
+void EntryForm::ReadNew(bool hasValues) {
+    if (!hasValues && TakeUnsaved(&fields_)) {
+        modified_ = true;
+    } else {
+        journal_.Read(0, &fields_);
+    }
 }
 
 void EntryForm::FillRows(const PimData* pim, WORD startField) {

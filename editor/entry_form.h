@@ -35,6 +35,9 @@ protected:
     // Shows the field's text, or what stands for an empty one, in its row.
     void ShowField(const DbJItem& field);
 
+    // Whether the entry's record can be written again: it was read, and nobody has deleted it since.
+    bool IsStored() { return loaded_ && journal_.SeekToOid(id_) == id_; }
+
     DbJournal& journal_;
     Page page_ = kEntryPage;  // the one that is shown
     CEOID id_ = 0;
@@ -48,10 +51,12 @@ protected:
 
 private:
     bool MakeControls();
+    void ReadNew(bool hasValues);
     void FillRows(const PimData* pim, WORD startField);
     std::wstring LoadBody(DbJItem& field);
 
     std::unique_ptr<HiddenLabel> listLabel_;
     std::unique_ptr<HiddenLabel> bodyLabel_;
     int startRow_ = 0;
+    bool loaded_ = false;  // the fields are those of the record id_
 };

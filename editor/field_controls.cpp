@@ -17,6 +17,13 @@ void RaiseInOrder(std::initializer_list<HWND> windows) {
     }
 }
 
+void SelectAllFromStart(HWND edit) {
+    // The caret is at the selection's second end, and the edit keeps it in view.
+    const int length = GetWindowTextLengthW(edit);
+    SendMessageW(edit, EM_SETSEL, static_cast<WPARAM>(length), 0);
+    SendMessageW(edit, EM_SCROLLCARET, 0, 0);
+}
+
 void PlaceInCell(Window& control, const RECT& cell, int height) {
     if (IsRectEmpty(&cell)) {
         control.Hide();

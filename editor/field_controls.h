@@ -23,6 +23,9 @@ private:
 // Puts the windows before all others in the form's order, in the order given: over the list, and first for Tab.
 void RaiseInOrder(std::initializer_list<HWND> windows);
 
+// Selects everything in an edit, and shows the beginning of a text that is longer than the edit.
+void SelectAllFromStart(HWND edit);
+
 // Puts a control into a cell of a row: its whole width, `height` pixels high in the middle. An empty cell hides it.
 void PlaceInCell(Window& control, const RECT& cell, int height);
 

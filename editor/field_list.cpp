@@ -23,6 +23,7 @@ constexpr size_t kMaxShown = 250;
 
 std::wstring OneLine(const std::wstring& text) {
     std::wstring line = text.substr(0, kMaxShown);
+    if (!line.empty() && IS_HIGH_SURROGATE(line.back())) line.pop_back();  // the pair's other half was cut off
     line.erase(std::remove(line.begin(), line.end(), L'\r'), line.end());
     std::replace(line.begin(), line.end(), L'\n', L' ');
     std::replace(line.begin(), line.end(), L'\t', L' ');

@@ -71,7 +71,7 @@ int NoteBody::StoredZoom() {
 }
 
 UINT NoteBody::StoredView() {
-    return static_cast<UINT>(ReadOption(kViewValue, VT_TYPINGVIEW));
+    return ReadOption(kViewValue, VT_TYPINGVIEW) == VT_DRAWINGVIEW ? VT_DRAWINGVIEW : VT_TYPINGVIEW;
 }
 
 void NoteBody::ApplySettings() {

@@ -27,7 +27,7 @@ public:
     // Sets and remembers them.
     void ChangeZoom(int percent);
     void ChangeView(UINT view);
-    // What the settings hold.
+    // What the settings hold. A view that is none of the two counts as the typing view.
     static int StoredZoom();
     static UINT StoredView();
 

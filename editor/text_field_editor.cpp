@@ -19,7 +19,7 @@ void TextFieldEditor::Place(const RECT& cell) {
 
 void TextFieldEditor::Enter() {
     edit_.SetFocus();
-    edit_.SetSelection(0, -1);
+    SelectAllFromStart(edit_.GetHandle());
 }
 
 FieldEvent TextFieldEditor::OnCommand(WORD code) {

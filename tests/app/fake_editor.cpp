@@ -5,14 +5,20 @@
 
 std::vector<CEOID> FakeEditor::opened;
 std::function<CEOID(CEOID)> FakeEditor::edit;
+std::function<void()> FakeEditor::finish;
 
 void FakeEditor::Reset() {
     opened.clear();
     edit = nullptr;
+    finish = nullptr;
 }
 
 INT_PTR EntryEditor::Run(Window&, DbJournal&, SelectionMemory& selection, unsigned short) {
     FakeEditor::opened.push_back(selection.Current());
     if (FakeEditor::edit) selection.SetCurrent(FakeEditor::edit(selection.Current()));
     return IDOK;
+}
+
+void EntryEditor::FinishOpen() {
+    if (FakeEditor::finish) FakeEditor::finish();
 }

@@ -13,6 +13,8 @@ struct FakeEditor {
     static std::vector<CEOID> opened;
     // What the user does in it; answers the current entry that it leaves. Without one the entry stays current.
     static std::function<CEOID(CEOID)> edit;
+    // Told that the program ends.
+    static std::function<void()> finish;
 
     static void Reset();
 };

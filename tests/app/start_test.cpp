@@ -160,6 +160,22 @@ TEST_P(CloseTest, ClosesTheStoreAndForgetsTheSelection) {
     EXPECT_EQ(quit.wParam, 0u);
 }
 
+TEST_P(CloseTest, LetsAnOpenEditorWriteFirst) {
+    ASSERT_TRUE(Start());
+    bool wasOpen = false;
+    FakeEditor::finish = [&] { wasOpen = journal_.GetHandle() != nullptr; };
+    FakeEditor::edit = [&](CEOID id) {
+        window_->SendMessage(GetParam());
+        return id;
+    };
+    Command(IDM_NEW_ENTRY);
+    FakeEditor::Reset();
+    EXPECT_TRUE(wasOpen);
+    EXPECT_FALSE(window_->IsWindow());
+    MSG quit;
+    EXPECT_TRUE(PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+}
+
 INSTANTIATE_TEST_SUITE_P(Messages, CloseTest, testing::Values(WM_CLOSE, 1023u));
 
 // ---- Other messages of the window ----

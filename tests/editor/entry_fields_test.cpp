@@ -197,27 +197,6 @@ TEST_F(EntryFieldsTest, AnExistingEntryKeepsItsIdAndOtherValues) {
     EXPECT_EQ(DateTime(Stored(id, kPropStart).GetFileTime()), DateTime(Time(2025, 11, 2, 12, 30)));
 }
 
-TEST_F(EntryFieldsTest, AFailedWriteLeavesNoEntryCurrent) {
-    const CEOID id = AddLunch();
-    boxes_.Expect(L"CE Database Error", L"Error: 87(484)\ncedbase");
-    const CEOID after = Edit(id, [&] {
-        Retype(EditOf(Editor()), L"Lost");
-        journal_.DeleteRecord(id);
-    });
-    EXPECT_EQ(after, 0u);
-}
-
-TEST_F(EntryFieldsTest, OkTappedAgainBehindTheErrorBoxWritesOnce) {
-    const CEOID id = AddLunch();
-    boxes_.Expect(L"CE Database Error", L"Error: 87(484)\ncedbase");
-    Edit(id, [&] {
-        Retype(EditOf(Editor()), L"Lost");
-        journal_.DeleteRecord(id);
-        PostMessageW(Screen(), WM_COMMAND, IDOK, 0);
-        Command(IDOK);
-    });
-}
-
 TEST_F(EntryFieldsTest, ClosingIsOk) {
     const CEOID id = Edit(0, [&] {
         Retype(EditOf(Editor()), L"Kept");
