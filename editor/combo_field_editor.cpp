@@ -1,7 +1,7 @@
 #include "editor/combo_field_editor.h"
 
 #include "editor/field_values.h"
-#include "editor/quick_subjects.h"
+#include "pickers/quick_subjects.h"
 #include "px.h"
 #include "res/ids.h"
 

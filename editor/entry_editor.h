@@ -7,7 +7,7 @@
 
 #include "editor/entry_form.h"
 #include "editor/field_editor.h"
-#include "editor/key_watch.h"
+#include "ui/key_watch.h"
 
 class SelectionMemory;
 

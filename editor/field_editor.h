@@ -7,7 +7,7 @@
 #include <memory>
 
 #include "data/dbj_item.h"
-#include "editor/key_watch.h"
+#include "ui/key_watch.h"
 
 // What a notification of an editor's control means to the form.
 enum class FieldEvent {

@@ -1,4 +1,4 @@
-#include "editor/key_watch.h"
+#include "ui/key_watch.h"
 
 namespace {
 
