@@ -27,6 +27,8 @@ EDITOR = "Journal Entry"
 FILTER = "Journal Filter..."
 CONFIRM = "Confirm"
 
+COPY, DELETE, EXPORT = range(3)  # the items of the context menu
+
 VALUE = 1  # the column of a form's row that holds the value
 
 

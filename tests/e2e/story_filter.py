@@ -2,12 +2,11 @@
 from collections import Counter
 
 from driver import main, until
-from screens import (CONFIRM, IDC_ENTRY_LIST, IDC_FILTER_BY_MONTH, IDC_FILTER_CATEGORIES, IDC_FILTER_CATEGORIES_ONLY, IDC_FILTER_MONTHS,
+from screens import (CONFIRM, COPY, DELETE, IDC_ENTRY_LIST, IDC_FILTER_BY_MONTH, IDC_FILTER_CATEGORIES, IDC_FILTER_CATEGORIES_ONLY, IDC_FILTER_MONTHS,
                      IDM_SHOW, IDM_SHOW_ALL, IDM_SORT, MAIN, JournalStory)
 
 ENTRIES = 2000
 FIRST_CATEGORY = "Business"  # the first by name of those that entries have
-COPY, DELETE = 0, 1  # in the context menu
 
 
 class Filter(JournalStory):

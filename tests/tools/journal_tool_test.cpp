@@ -139,6 +139,38 @@ TEST_F(JournalToolTest, CheckAnswersZeroForASoundStore) {
     EXPECT_EQ(run.output, "the store is sound; the journal holds 25 entries\n");
 }
 
+TEST_F(JournalToolTest, CheckMendsCountsOfUsesOnceAndSaysWhich) {
+    ASSERT_EQ(Load("start\tcategories\n2004-05-07\tChess|Go\n2004-05-08\tChess\n").exitCode, 0);
+    {
+        DbCats categories;
+        ASSERT_TRUE(categories.Open(nullptr));
+        ASSERT_TRUE(categories.ReleaseUse(categories.FindByName(L"Chess")));
+        ASSERT_TRUE(categories.AddUse(categories.FindByName(L"Business")));
+    }
+    const ToolRun run = RunTool({L"check"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(run.Lines(),
+                testing::UnorderedElementsAre("mended: the category \"Chess\" counted 1 entries, 2 have it",
+                                              "mended: the category \"Business\" counted 1 entries, 0 have it",
+                                              "the store is sound; the journal holds 2 entries"));
+    EXPECT_EQ(UsesOf(L"Chess"), 2);
+    EXPECT_EQ(UsesOf(L"Go"), 1);
+    EXPECT_EQ(UsesOf(L"Business"), 0);
+    EXPECT_EQ(RunTool({L"check"}).output, "the store is sound; the journal holds 2 entries\n");
+}
+
+TEST_F(JournalToolTest, CheckWithoutCategoriesSaysSo) {
+    RunTool({L"seed", L"3"});
+    {
+        CeDbase base;
+        ASSERT_TRUE(base.Open(kCategoriesDatabase, 0, 0, nullptr));
+        ASSERT_TRUE(base.DeleteDatabase(0));
+    }
+    const ToolRun run = RunTool({L"check"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_THAT(run.complaints, Not(IsEmpty()));
+}
+
 TEST_F(JournalToolTest, CheckAnswersOneForADamagedStore) {
     RunTool({L"seed", L"200"});
     // In the midst of the records, so that the file still opens.

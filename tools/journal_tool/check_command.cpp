@@ -1,6 +1,7 @@
 #include <storebatch.h>
 #include <win.h>
 
+#include "data/category_recount.h"
 #include "tools/journal_tool/commands.h"
 #include "tools/journal_tool/console.h"
 #include "tools/journal_tool/store_access.h"
@@ -9,6 +10,35 @@ namespace {
 
 void CALLBACK PrintProblem(LPCWSTR problem, void*) {
     Print(std::wstring(problem) + L"\n");
+}
+
+// Nothing else can be written between the count and its mending.
+bool Mend(ConsoleJournal& journal, ConsoleCategories& categories) {
+    if (!CeBeginBatch()) {
+        ComplainAboutStore(L"the counts of the categories are wrong and cannot be written");
+        return false;
+    }
+    std::vector<WrongUseCount> wrong;
+    const bool written = FindWrongUseCounts(journal, categories, &wrong) && MendUseCounts(categories, wrong);
+    if (!written) {
+        CeCancelBatch();
+        return false;
+    }
+    if (!CeCommitBatch()) {
+        ComplainAboutStore(L"the counts of the categories are wrong and were not saved");
+        return false;
+    }
+    for (const WrongUseCount& count : wrong)
+        Print(L"mended: the category \"" + count.name + L"\" counted " + std::to_wstring(count.counted) +
+              L" entries, " + std::to_wstring(count.uses) + L" have it\n");
+    return true;
+}
+
+bool CheckUseCounts(ConsoleJournal& journal) {
+    ConsoleCategories categories;
+    std::vector<WrongUseCount> wrong;
+    if (!OpenOrComplain(categories) || !FindWrongUseCounts(journal, categories, &wrong)) return false;
+    return wrong.empty() || Mend(journal, categories);
 }
 
 }  // namespace
@@ -24,6 +54,7 @@ int CheckCommand(Arguments arguments) {
     }
     ConsoleJournal journal;
     if (!OpenOrComplain(journal)) return kExitIncomplete;
+    if (!CheckUseCounts(journal)) return kExitIncomplete;
     Print(L"the store is sound; the journal holds " + std::to_wstring(journal.GetRecordCount()) + L" entries\n");
     return kExitDone;
 }

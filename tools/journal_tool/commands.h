@@ -18,5 +18,5 @@ int SeedCommand(Arguments arguments);
 int LoadCommand(Arguments arguments);
 // list [N]: prints the first N entries, or all, in the journal's order.
 int ListCommand(Arguments arguments);
-// check: verifies that the store is sound.
+// check: verifies that the store is sound, and mends counts of uses.
 int CheckCommand(Arguments arguments);

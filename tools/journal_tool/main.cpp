@@ -31,7 +31,8 @@ usage: journal-tool [--store FILE] COMMAND
                  company
                a row that cannot be used is reported with its number and left out
   list [N]     prints the first N entries, or all, in the journal's order, as such a file
-  check        verifies that the store is sound
+  check        verifies that the store is sound, and mends the categories' counts of entries,
+               which a program that was killed may have left wrong; close the journal first
 
   --store FILE   the store to work on; otherwise the one named by CE_OBJECT_STORE, otherwise your own
   --help         prints this
