@@ -1,4 +1,4 @@
-// The rich-ink control: formatted text (and, later, ink) in one editable stream. Class "RichInk", over the system's
+// The rich-ink control: formatted text and ink in one editable stream. Class "RichInk", over the system's
 // rich edit. The messages have the device's numbers; those of the system's rich edit from WM_USER+101 on mean
 // something else there and are not passed on.
 #pragma once
@@ -12,6 +12,12 @@
 // Registers the class. Harmless when called again.
 CEHOST_API void InitRichInkDLL(void);
 
+// In VT_DRAWINGVIEW mouse, touch and pen draw: each stroke becomes part of a picture in the text (\pict\emfblip in the
+// stream), which stays where it was drawn; it is a change and one step to undo. A picture counts as one character
+// (U+200B) in positions and in WM_GETTEXT, and is left out of format 17. Pictures that other programs have put into a
+// stream are kept as they are; embedded objects are not. From the clipboard come plain text, and from another control
+// of this class rich text with ink.
+//
 // The control is multi-line, has word wrap, keeps Return for itself, starts in Tahoma and holds 32,767 characters
 // (EM_SETLIMITTEXT changes that). It sends its parent, unasked, WM_COMMAND with EN_CHANGE when the person or a command
 // changes the text, and EN_MAXTEXT when typing, pasting or EM_REPLACESEL meets the limit (what fits is inserted).
@@ -35,7 +41,7 @@ enum : UINT {
                                            //    the system's header has taken; that number works too.
     EM_GETVIEW = WM_USER + 254,            // -> VT_*
     EM_SETVIEW = WM_USER + 284,            // wParam VT_*; others are ignored. The contents stay as they are.
-    EM_SETPAGESTYLE = WM_USER + 287,       // wParam PS_*; kept and given back
+    EM_SETPAGESTYLE = WM_USER + 287,       // wParam PS_*: the page of the drawing view; ruled at first
     EM_SETINKLAYER = WM_USER + 288,        // wParam VL_*; kept -> the one before
     EM_GETZOOMPERCENT = WM_USER + 289,     // -> percent
     EM_SETZOOMPERCENT = WM_USER + 290,     // lParam percent, held to 75...300

@@ -28,7 +28,9 @@
 #include <objbase.h>
 #include <oleauto.h>
 #include <richedit.h>
+#include <richole.h>
 #include <shellapi.h>
 #include <shlobj.h>
 #include <shlwapi.h>
+#include <tom.h>
 // clang-format on

@@ -16,6 +16,9 @@ constexpr LONG kNoLimit = 0x7FFFFFFE;
 constexpr UINT kLastSharedMessage = WM_USER + 100;  // up to here the numbers mean the same in both worlds
 constexpr COLORREF kDrawingPaper = RGB(0xFF, 0xFC, 0xE6);
 
+// Of ITextDocument; not every import library has it.
+constexpr GUID kTextDocument = {0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0xAA, 0x00, 0x47, 0xBE, 0x5D}};
+
 WNDPROC base_procedure = nullptr;
 
 bool IsWine() {
@@ -46,6 +49,7 @@ LRESULT CALLBACK RichInkControl::Procedure(HWND window, UINT message, WPARAM wpa
         reinterpret_cast<CREATESTRUCTW*>(lparam)->style |= kAlways;
         SetWindowLongW(window, GWL_STYLE, GetWindowLongW(window, GWL_STYLE) | kAlways);
     }
+    if (message == WM_DESTROY && control) control->Release();
     if (message == WM_NCDESTROY) {
         RemovePropW(window, kProperty);
         delete control;
@@ -61,6 +65,7 @@ LRESULT CALLBACK RichInkControl::Procedure(HWND window, UINT message, WPARAM wpa
 }
 
 LRESULT RichInkControl::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    if (OnPen(message, lparam)) return 0;
     switch (message) {
         case WM_CREATE: {
             const LRESULT result = Base(message, wparam, lparam);
@@ -73,6 +78,17 @@ LRESULT RichInkControl::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
         case WM_KEYDOWN:
             if (OnKeyDown(wparam)) return 0;
             break;
+        case WM_PAINT: return OnPaint(wparam, lparam);
+        case WM_SETCURSOR:
+            if (LOWORD(lparam) != HTCLIENT || view_ != VT_DRAWINGVIEW || IsReadOnly()) break;
+            SetCursor(LoadCursorW(nullptr, IDC_CROSS));
+            return TRUE;
+        case WM_COPY:
+        case WM_CUT:
+            if (OnCopy(message == WM_CUT)) return 0;
+            break;
+        case EM_CANPASTE: return CanPaste();
+        case EM_PASTESPECIAL:
         case WM_PASTE:
             if (OnPaste()) return 0;
             break;
@@ -107,7 +123,10 @@ LRESULT RichInkControl::OnInkMessage(UINT message, WPARAM wparam, LPARAM lparam)
         case EM_GETZOOMPERCENT: return zoom_;
         case EM_SETZOOMPERCENT: SetZoom(static_cast<UINT>(std::clamp<LPARAM>(lparam, 0, kLargestZoom))); return 0;
         case EM_GETPAGESTYLE: return pageStyle_;
-        case EM_SETPAGESTYLE: pageStyle_ = static_cast<UINT>(wparam); return 0;
+        case EM_SETPAGESTYLE:
+            pageStyle_ = static_cast<UINT>(wparam);
+            InvalidateRect(window_, nullptr, TRUE);
+            return 0;
         case EM_SETINKLAYER: {
             const UINT before = inkLayer_;
             inkLayer_ = static_cast<UINT>(wparam);
@@ -125,6 +144,11 @@ LRESULT RichInkControl::OnInkMessage(UINT message, WPARAM wparam, LPARAM lparam)
 }
 
 void RichInkControl::OnCreated() {
+    IRichEditOle* contents = nullptr;
+    if (Base(EM_GETOLEINTERFACE, 0, reinterpret_cast<LPARAM>(&contents)) && contents) {
+        contents->QueryInterface(kTextDocument, reinterpret_cast<void**>(&document_));
+        contents->Release();
+    }
     Base(EM_EXLIMITTEXT, 0, kNoLimit);
     Base(EM_SETTEXTMODE, TM_RICHTEXT | TM_MULTILEVELUNDO);
     Clear();
@@ -166,7 +190,7 @@ LRESULT RichInkControl::Step(UINT message) {
     return TRUE;
 }
 
-// The paper shows which view it is. Strokes are not taken yet: in every view the keyboard types.
+// The paper shows which view it is. In every view the keyboard types; in the drawing view the pen draws.
 void RichInkControl::SetView(UINT view) {
     if (view != VT_TYPINGVIEW && view != VT_WRITINGVIEW && view != VT_DRAWINGVIEW) return;
     view_ = view;

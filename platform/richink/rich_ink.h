@@ -3,12 +3,17 @@
 // 1. Messages reach the rich edit through Base only, so that a number which means something else there cannot.
 // 2. Loading and clearing leave the control unmodified, with nothing to undo, and tell nobody.
 // 3. The rich edit itself has no text limit; the one that counts is limit_.
+// 4. The rich edit holds no picture: characters stand for them (ink_book.h), and this control draws over these.
 #pragma once
 
 #include <win.h>
 
+#include <optional>
 #include <string>
+#include <vector>
 
+#include "platform/richink/ink_book.h"
+#include "platform/richink/ink_canvas.h"
 #include "richink.h"
 
 class RichInkControl {
@@ -24,6 +29,7 @@ private:
     LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam);
     LRESULT OnInkMessage(UINT message, WPARAM wparam, LPARAM lparam);
     void OnCreated();
+    void Release();
 
     LRESULT Step(UINT message);  // EM_UNDO or EM_REDO
 
@@ -33,6 +39,7 @@ private:
     DWORD Load(UINT format, std::string bytes);
     void Clear();
     void SetDefaultFont();
+    void SetFontOf(WPARAM range);  // SCF_*
     template <typename Act>
     void Quietly(Act act);
 
@@ -46,6 +53,46 @@ private:
     LONG Room() const;
     void TellFull();
 
+    // rich_ink_places.cpp: where the pictures are.
+    struct Place {
+        LONG at = 0;  // the character
+        int id = 0;
+        RECT area{};  // on the client area; as far as the picture reaches
+    };
+    std::wstring RawText() const;  // one unit for each character position, paragraphs end in CR
+    std::vector<Place> Places() const;
+    int PictureAt(LONG at) const;
+    POINT PointOfCharacter(LONG at) const;
+    double Scale() const;  // pixels a twip
+    void RemoveInkCharacters(std::wstring& text, bool lineEndsOfTwo) const;
+
+    // rich_ink_drawing.cpp: the pen.
+    bool OnPen(UINT message, LPARAM lparam);
+    void PenDown(POINT point);
+    void PenMove(POINT point);
+    void FinishStroke();
+    void KeepStroke(const std::vector<POINT>& points);
+    bool ExtendPicture(const Place& place, const std::vector<POINT>& points);
+    void AppendPicture(LONG at, const std::vector<POINT>& points);
+    void InsertPicture(LONG at, POINT origin, const std::vector<POINT>& points, const char* before, const char* after);
+    int AddPicture(POINT origin, const std::vector<POINT>& points);
+    InkPicture::Stroke StrokeFrom(POINT origin, const std::vector<POINT>& points) const;
+    void InsertRtf(const std::string& rtf);
+    template <typename Act>
+    void AsOneChange(Act act);
+    void TellChanged();
+    void LeaveInkFormat();
+
+    // rich_ink_paint.cpp: what is drawn over the rich edit's text.
+    LRESULT OnPaint(WPARAM wparam, LPARAM lparam);
+    void DrawPage(HDC dc, const RECT& client) const;
+    void DrawPicture(HDC dc, const Place& place);
+
+    // rich_ink_clipboard.cpp
+    bool OnCopy(bool cut);
+    bool CanPaste() const;
+    bool PasteInk();
+
     // The view.
     void SetZoom(UINT percent);
     void RefreshFonts();
@@ -56,9 +103,15 @@ private:
     LONG limit_ = 32'767;
     UINT zoom_ = 100;
     UINT view_ = VT_TYPINGVIEW;
-    UINT pageStyle_ = PS_NONE;
+    UINT pageStyle_ = PS_RULEDLINES;
     UINT inkLayer_ = VL_SMARTINK;
-    SHORT fontRound_ = 0;         // see RefreshFonts
+    SHORT fontRound_ = 0;  // see RefreshFonts
+    InkBook book_;
+    std::optional<InkCanvas> live_;  // the stroke being drawn
+    std::vector<POINT> pen_;         // its points, on the client area
+    ITextDocument* document_ = nullptr;
+    std::map<int, InkCanvas> drawn_;  // pictures as last drawn, all of them with this scale
+    double drawnScale_ = 0;
     bool skipReturn_ = false;     // the character of a Return that was refused as a key
     bool skipSurrogate_ = false;  // the second half of a character whose first was refused
 };

@@ -52,7 +52,10 @@ bool RichInkControl::OnChar(wchar_t c) {
     }
     const bool writes = c >= L' ' || c == L'\t' || c == L'\r';
     if (!writes || c == 0x7F || IsReadOnly()) return false;
-    if (Room() >= (IS_HIGH_SURROGATE(c) ? 2 : 1)) return false;
+    if (Room() >= (IS_HIGH_SURROGATE(c) ? 2 : 1)) {
+        LeaveInkFormat();
+        return false;
+    }
     skipSurrogate_ = IS_HIGH_SURROGATE(c);
     TellFull();
     return true;
@@ -70,7 +73,15 @@ bool RichInkControl::OnKeyDown(WPARAM key) {
         SendMessageW(window_, WM_PASTE, 0, 0);
         return true;
     }
-    if (key == VK_RETURN && !control && !IsReadOnly() && Room() < 1) {
+    if (control && (key == 'C' || key == 'X' || key == VK_INSERT)) {
+        SendMessageW(window_, key == 'X' ? WM_CUT : WM_COPY, 0, 0);
+        return true;
+    }
+    if (key == VK_RETURN && !control && !IsReadOnly()) {
+        if (Room() >= 1) {
+            LeaveInkFormat();
+            return false;
+        }
         skipReturn_ = true;
         TellFull();
         return true;
@@ -79,7 +90,8 @@ bool RichInkControl::OnKeyDown(WPARAM key) {
 }
 
 bool RichInkControl::OnPaste() {
-    if (IsReadOnly() || !IsClipboardFormatAvailable(CF_UNICODETEXT) || !OpenClipboard(window_)) return false;
+    if (IsReadOnly() || PasteInk()) return true;
+    if (!IsClipboardFormatAvailable(CF_UNICODETEXT) || !OpenClipboard(window_)) return true;
     std::wstring text;
     if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
         const size_t units = GlobalSize(data) / sizeof(wchar_t);
@@ -89,7 +101,8 @@ bool RichInkControl::OnPaste() {
         }
     }
     CloseClipboard();
-    return ReplaceWithin(true, text.c_str());
+    SendMessageW(window_, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+    return true;
 }
 
 bool RichInkControl::OnReplace(bool undoable, const wchar_t* text) {
@@ -101,6 +114,7 @@ bool RichInkControl::ReplaceWithin(bool undoable, const wchar_t* text) {
     std::wstring whole = text;
     const LONG room = Room();
     const size_t units = UnitsThatFit(whole, room);
+    if (!whole.empty()) LeaveInkFormat();
     if (units == whole.size()) return false;
     whole.resize(units);
     if (!whole.empty()) Base(EM_REPLACESEL, undoable, reinterpret_cast<LPARAM>(whole.c_str()));

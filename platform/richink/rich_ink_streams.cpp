@@ -1,5 +1,6 @@
-// Loading and saving the contents. The system's format is the stream's format; ink, and the plain text once more in a
-// destination that readers ignore, will find their place here.
+// Loading and saving the contents. The system's format is the stream's format, with ink as pictures in it.
+#include <cstring>
+
 #include "platform/richink/ink_stream.h"
 #include "platform/richink/rich_ink.h"
 #include "platform/richink/rtf_guard.h"
@@ -33,6 +34,11 @@ void RichInkControl::Quietly(Act act) {
 }
 
 void RichInkControl::SetDefaultFont() {
+    SetFontOf(SCF_DEFAULT);
+    SetFontOf(SCF_ALL);
+}
+
+void RichInkControl::SetFontOf(WPARAM range) {
     CHARFORMAT2W format{};
     format.cbSize = sizeof(format);
     format.dwMask = CFM_FACE | CFM_SIZE | CFM_BOLD | CFM_CHARSET | CFM_COLOR;
@@ -41,8 +47,7 @@ void RichInkControl::SetDefaultFont() {
     format.bCharSet = DEFAULT_CHARSET;
     format.bPitchAndFamily = VARIABLE_PITCH | FF_SWISS;
     lstrcpynW(format.szFaceName, kFont, LF_FACESIZE);
-    Base(EM_SETCHARFORMAT, SCF_DEFAULT, reinterpret_cast<LPARAM>(&format));
-    Base(EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&format));
+    Base(EM_SETCHARFORMAT, range, reinterpret_cast<LPARAM>(&format));
 }
 
 void RichInkControl::Clear() {
@@ -51,6 +56,8 @@ void RichInkControl::Clear() {
         Base(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(nothing));
         SetDefaultFont();
     });
+    book_.Clear();
+    drawn_.clear();
 }
 
 DWORD RichInkControl::Load(UINT format, std::string bytes) {
@@ -58,6 +65,7 @@ DWORD RichInkControl::Load(UINT format, std::string bytes) {
     bytes = format == kRichText ? SoundRtf(bytes) : SoundText(bytes);
     Clear();
     if (bytes.empty()) return empty || format != kRichText ? 0 : ERROR_INVALID_DATA;
+    if (format == kRichText) bytes = book_.TakePictures(bytes, true);
     DWORD error = 0;
     Quietly([&] {
         error = LoadInto(*BaseProcedure(), window_, format, bytes);
@@ -85,7 +93,12 @@ LRESULT RichInkControl::OnStreamOut(UINT format, EDITSTREAM* stream) const {
     if (format == kRichText) {
         while (bytes.ends_with('\0'))  // some rich edits end rich text with one
             bytes.pop_back();
-    } else {
+        if (!book_.IsEmpty()) bytes = book_.PutPictures(bytes);
+    } else if (!stream->dwError) {
+        std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
+        std::memcpy(text.data(), bytes.data(), text.size() * sizeof(wchar_t));
+        RemoveInkCharacters(text, true);
+        bytes.assign(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t));
         bytes.append(sizeof(wchar_t), '\0');
     }
     if (!stream->dwError) stream->dwError = WriteAll(*stream, bytes);
