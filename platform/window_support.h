@@ -32,13 +32,20 @@ inline bool RegisterWindowClass(const wchar_t* name, WNDPROC procedure, UINT sty
 }
 
 // Registers `name` as the class `base` with another procedure, which passes on to *baseProcedure. False when there is
-// no such base; true also when it is registered already, and then *baseProcedure is left alone.
-inline bool RegisterSuperclass(const wchar_t* base, const wchar_t* name, WNDPROC procedure, WNDPROC* baseProcedure) {
+// no such base; true also when it is registered already, and then *baseProcedure is left alone. With `pointer`, each
+// window gets room for a pointer of ours, for Get- and SetWindowLongPtr with *pointer: on Wine a hundred times as fast
+// as a property.
+inline bool RegisterSuperclass(const wchar_t* base, const wchar_t* name, WNDPROC procedure, WNDPROC* baseProcedure,
+                               int* pointer = nullptr) {
     WNDCLASSEXW window{};
     window.cbSize = sizeof(window);
     if (GetClassInfoExW(OwnModule(), name, &window)) return true;
     if (!GetClassInfoExW(nullptr, base, &window)) return false;
     *baseProcedure = window.lpfnWndProc;
+    if (pointer) {
+        *pointer = window.cbWndExtra;
+        window.cbWndExtra += sizeof(void*);
+    }
     window.style |= CS_GLOBALCLASS;
     window.lpfnWndProc = procedure;
     window.hInstance = OwnModule();

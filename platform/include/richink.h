@@ -29,6 +29,8 @@ CEHOST_API void InitRichInkDLL(void);
 //   Loading replaces the contents, puts the caret at the start, and is no change: no EN_CHANGE, not modified, nothing
 //   to undo. A damaged rich text loads as far as it is sound; what is no rich text at all loads as nothing, with
 //   ERROR_INVALID_DATA. An empty stream empties the control.
+//   A rich text written carries its plain text once more (note_text.h). While nobody can see the control, such a stream
+//   is only kept, and format 17 answered out of it; anything else that is asked of the control loads it.
 //   Text written as format 17 has CR LF line ends and ends with a NUL character, which the bytes include.
 //
 // As everywhere: EM_GETSEL, EM_SETSEL, EM_REPLACESEL, EM_SCROLLCARET, EM_GETMODIFY, EM_SETMODIFY, EM_CANUNDO,

@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr wchar_t kProperty[] = L"cehost.RichInk";
 constexpr UINT kSmallestZoom = 75;
 constexpr UINT kLargestZoom = 300;
 constexpr WPARAM kUndoSteps = 100;  // the rich edit's own default
@@ -20,6 +19,7 @@ constexpr COLORREF kDrawingPaper = RGB(0xFF, 0xFC, 0xE6);
 constexpr GUID kTextDocument = {0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0xAA, 0x00, 0x47, 0xBE, 0x5D}};
 
 WNDPROC base_procedure = nullptr;
+int control_pointer = 0;  // of the window's extra bytes
 
 bool IsWine() {
     static const bool wine = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
@@ -37,13 +37,11 @@ LRESULT RichInkControl::Base(UINT message, WPARAM wparam, LPARAM lparam) const {
 }
 
 LRESULT CALLBACK RichInkControl::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    auto* control = static_cast<RichInkControl*>(GetPropW(window, kProperty));
+    auto* control = reinterpret_cast<RichInkControl*>(GetWindowLongPtrW(window, control_pointer));
     if (message == WM_NCCREATE && !control) {
         control = new (std::nothrow) RichInkControl(window);
-        if (!control || !SetPropW(window, kProperty, control)) {
-            delete control;
-            return FALSE;
-        }
+        if (!control) return FALSE;
+        SetWindowLongPtrW(window, control_pointer, reinterpret_cast<LONG_PTR>(control));
         // Several lines, and Return for itself: always.
         constexpr LONG kAlways = ES_MULTILINE | ES_WANTRETURN;
         reinterpret_cast<CREATESTRUCTW*>(lparam)->style |= kAlways;
@@ -51,7 +49,7 @@ LRESULT CALLBACK RichInkControl::Procedure(HWND window, UINT message, WPARAM wpa
     }
     if (message == WM_DESTROY && control) control->Release();
     if (message == WM_NCDESTROY) {
-        RemovePropW(window, kProperty);
+        SetWindowLongPtrW(window, control_pointer, 0);
         delete control;
         control = nullptr;
     }
@@ -65,6 +63,10 @@ LRESULT CALLBACK RichInkControl::Procedure(HWND window, UINT message, WPARAM wpa
 }
 
 LRESULT RichInkControl::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    if (NeedsContents(message)) {
+        Realise();
+        blank_ = false;
+    }
     if (OnPen(message, lparam)) return 0;
     switch (message) {
         case WM_CREATE: {
@@ -208,6 +210,7 @@ void RichInkControl::SetAttributes(const VIEWATTRIBUTES& attributes) {
 
 void InitRichInkDLL() {
     if (LoadLibraryW(L"msftedit.dll")) {
-        RegisterSuperclass(MSFTEDIT_CLASS, WC_RICHINK, RichInkControl::Procedure, RichInkControl::BaseProcedure());
+        RegisterSuperclass(MSFTEDIT_CLASS, WC_RICHINK, RichInkControl::Procedure, RichInkControl::BaseProcedure(),
+                           &control_pointer);
     }
 }

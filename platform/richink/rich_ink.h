@@ -3,7 +3,8 @@
 // 1. Messages reach the rich edit through Base only, so that a number which means something else there cannot.
 // 2. Loading and clearing leave the control unmodified, with nothing to undo, and tell nobody.
 // 3. The rich edit itself has no text limit; the one that counts is limit_.
-// 4. The rich edit holds no picture: characters stand for them (ink_book.h), and this control draws over these.
+// 4. A stream loaded while nobody sees the control waits until somebody needs more of it than its text.
+// 5. The rich edit holds no picture: characters stand for them (ink_book.h), and this control draws over these.
 #pragma once
 
 #include <win.h>
@@ -35,8 +36,12 @@ private:
 
     // rich_ink_streams.cpp
     LRESULT OnStreamIn(UINT format, EDITSTREAM* stream);
-    LRESULT OnStreamOut(UINT format, EDITSTREAM* stream) const;
+    LRESULT OnStreamOut(UINT format, EDITSTREAM* stream);
     DWORD Load(UINT format, std::string bytes);
+    bool LoadLater(UINT format, std::string& bytes);
+    void Realise();
+    static bool NeedsContents(UINT message);
+    DWORD PlainText(std::wstring* text) const;
     void Clear();
     void SetDefaultFont();
     void SetFontOf(WPARAM range);  // SCF_*
@@ -105,7 +110,10 @@ private:
     UINT view_ = VT_TYPINGVIEW;
     UINT pageStyle_ = PS_RULEDLINES;
     UINT inkLayer_ = VL_SMARTINK;
-    SHORT fontRound_ = 0;  // see RefreshFonts
+    SHORT fontRound_ = 0;       // see RefreshFonts
+    std::string waiting_;       // a stream that the rich edit does not have yet
+    std::wstring waitingText_;  // its text
+    bool blank_ = false;        // the rich edit is empty and as new
     InkBook book_;
     std::optional<InkCanvas> live_;  // the stroke being drawn
     std::vector<POINT> pen_;         // its points, on the client area

@@ -1,6 +1,8 @@
 // Loading and saving the contents. The system's format is the stream's format, with ink as pictures in it.
 #include <cstring>
+#include <utility>
 
+#include "note_text.h"
 #include "platform/richink/ink_stream.h"
 #include "platform/richink/rich_ink.h"
 #include "platform/richink/rtf_guard.h"
@@ -58,6 +60,8 @@ void RichInkControl::Clear() {
     });
     book_.Clear();
     drawn_.clear();
+    waiting_.clear();
+    blank_ = true;
 }
 
 DWORD RichInkControl::Load(UINT format, std::string bytes) {
@@ -66,6 +70,7 @@ DWORD RichInkControl::Load(UINT format, std::string bytes) {
     Clear();
     if (bytes.empty()) return empty || format != kRichText ? 0 : ERROR_INVALID_DATA;
     if (format == kRichText) bytes = book_.TakePictures(bytes, true);
+    blank_ = false;
     DWORD error = 0;
     Quietly([&] {
         error = LoadInto(*BaseProcedure(), window_, format, bytes);
@@ -75,31 +80,90 @@ DWORD RichInkControl::Load(UINT format, std::string bytes) {
     return error;
 }
 
+// Keeps the stream for later when nobody sees the control and the stream vouches for its text, as ours do; another has
+// to be loaded to learn what is in it.
+bool RichInkControl::LoadLater(UINT format, std::string& bytes) {
+    if (format != kRichText || IsWindowVisible(window_)) return false;
+    std::wstring text;
+    if (!GetNoteText(bytes, &text)) return false;
+    if (!blank_) Clear();
+    waiting_ = std::move(bytes);
+    waitingText_ = std::move(text);
+    return true;
+}
+
+void RichInkControl::Realise() {
+    if (!waiting_.empty()) Load(kRichText, std::exchange(waiting_, {}));
+}
+
+// The few messages that a waiting control answers as it is; all others must find the contents in the rich edit.
+bool RichInkControl::NeedsContents(UINT message) {
+    switch (message) {
+        case EM_STREAMIN:
+        case EM_STREAMOUT:
+        case EM_GETMODIFY:
+        case EM_GETVIEW:
+        case EM_GETZOOMPERCENT:
+        case EM_GETLIMITTEXT:
+        case EM_SETLIMITTEXT:
+        case EM_EXLIMITTEXT:
+        case WM_CREATE:
+        case WM_NCCREATE:
+        case WM_DESTROY:
+        case WM_NCDESTROY:
+        case WM_NCCALCSIZE:
+        case WM_NCHITTEST:
+        case WM_NCPAINT:
+        case WM_SIZE:
+        case WM_MOVE:
+        case WM_WINDOWPOSCHANGING:
+        case WM_WINDOWPOSCHANGED:
+        case WM_GETDLGCODE:
+        case WM_PARENTNOTIFY: return false;
+    }
+    return true;
+}
+
 LRESULT RichInkControl::OnStreamIn(UINT format, EDITSTREAM* stream) {
     if (!stream || !stream->pfnCallback) return ERROR_INVALID_PARAMETER;
     if (format != kRichText && format != kUnicodeText) return stream->dwError = ERROR_INVALID_PARAMETER;
     std::string bytes;
     const DWORD read = ReadAll(*stream, &bytes);
     if (read) Clear();
-    stream->dwError = read ? read : Load(format, std::move(bytes));
+    stream->dwError = read ? read : LoadLater(format, bytes) ? 0 : Load(format, std::move(bytes));
     return stream->dwError;
 }
 
-LRESULT RichInkControl::OnStreamOut(UINT format, EDITSTREAM* stream) const {
+// With CR LF line ends, and without the characters that stand for pictures.
+DWORD RichInkControl::PlainText(std::wstring* text) const {
+    std::string bytes;
+    if (const DWORD error = SaveFrom(*BaseProcedure(), window_, kUnicodeText, &bytes)) return error;
+    text->assign(bytes.size() / sizeof(wchar_t), L'\0');
+    std::memcpy(text->data(), bytes.data(), text->size() * sizeof(wchar_t));
+    RemoveInkCharacters(*text, true);
+    return 0;
+}
+
+LRESULT RichInkControl::OnStreamOut(UINT format, EDITSTREAM* stream) {
     if (!stream || !stream->pfnCallback) return ERROR_INVALID_PARAMETER;
     if (format != kRichText && format != kUnicodeText) return stream->dwError = ERROR_INVALID_PARAMETER;
     std::string bytes;
-    stream->dwError = SaveFrom(*BaseProcedure(), window_, format, &bytes);
-    if (format == kRichText) {
+    std::wstring text;
+    if (format == kUnicodeText && !waiting_.empty()) {
+        text = waitingText_;
+        stream->dwError = 0;
+    } else {
+        Realise();
+        stream->dwError = PlainText(&text);
+    }
+    if (format == kUnicodeText) {
+        bytes.assign(reinterpret_cast<const char*>(text.c_str()), (text.size() + 1) * sizeof(wchar_t));
+    } else if (!stream->dwError) {
+        stream->dwError = SaveFrom(*BaseProcedure(), window_, format, &bytes);
         while (bytes.ends_with('\0'))  // some rich edits end rich text with one
             bytes.pop_back();
         if (!book_.IsEmpty()) bytes = book_.PutPictures(bytes);
-    } else if (!stream->dwError) {
-        std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
-        std::memcpy(text.data(), bytes.data(), text.size() * sizeof(wchar_t));
-        RemoveInkCharacters(text, true);
-        bytes.assign(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t));
-        bytes.append(sizeof(wchar_t), '\0');
+        AddNoteText(&bytes, text);
     }
     if (!stream->dwError) stream->dwError = WriteAll(*stream, bytes);
     return stream->dwError;
