@@ -30,7 +30,10 @@ LRESULT MainWindow::OnCommand(WORD notification, WORD id) {
     switch (notification) {
         case kNotifySortField: SortByField(id); return 0;
         case kNotifySortDescending: SortDescending(id != 0); return 0;
-        case kNotifyRefresh: list_.RefreshList(); break;
+        case kNotifyRefresh:
+            list_.ShowTop();
+            list_.RefreshList();
+            break;
         default: break;
     }
     OnCommandId(id);
@@ -76,6 +79,7 @@ void MainWindow::ClearFilter() {
     RegistryFilterStore store(*Application::Current());
     filter_.Reset(store);
     bar_.SetShowText();
+    list_.ShowTop();
     list_.RefreshList();
 }
 
@@ -88,6 +92,7 @@ void MainWindow::EditFilter() {
 void MainWindow::SaveFilter() {
     RegistryFilterStore store(*Application::Current());
     filter_.Save(store);
+    list_.ShowTop();
     list_.RefreshList();
 }
 
@@ -114,6 +119,7 @@ void MainWindow::SetSortOrder(const SORTORDERSPEC& order) {
         const BusyScope busy;
         journal_.SetSortOrder(&order, 1);
     }
+    list_.ShowTop();
     list_.RefreshList();
 }
 

@@ -1,6 +1,7 @@
 #include "list/entry_list.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include <aygshell.h>
 #include <px.h>
@@ -27,10 +28,17 @@ int DateColumnWidth(HWND list) {
     return std::max(Px(kDateWidth), static_cast<int>(text) + Px(12));
 }
 
-// Stops a visible list from drawing, until the end of the block: each of thousands of selected rows would be shown.
+POINT PointIn(LPARAM lparam) {
+    return {static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))};
+}
+
+// Above this number of rows to select or deselect, showing each costs more than having the whole list drawn again.
+constexpr int kManyRows = 1000;
+
+// Stops a visible list from drawing, if wanted, until the end of the block.
 class DrawingPause {
 public:
-    explicit DrawingPause(const ListView& list) : list_(list), paused_(list.IsVisible()) {
+    DrawingPause(const ListView& list, bool wanted) : list_(list), paused_(wanted && list.IsVisible()) {
         if (paused_) list_.SendMessage(WM_SETREDRAW, FALSE);
     }
     ~DrawingPause() {
@@ -64,50 +72,86 @@ bool EntryList::CreateIn(HWND parent, const RECT& place) {
 }
 
 void EntryList::RefreshList() {
-    // Emptying the list and counting may send changes of state, and re-selecting the first entry does: what is to be
-    // selected is taken down before.
+    // Emptying the list and counting may send changes of state: what is to be selected is taken down before.
     const std::vector<CEOID> selected = selection_.Ids();
     const CEOID current = selection_.Current();
+    const int top = GetTopIndex();
 
     DeleteAllItems();
     filter_.RefreshCategories();
     filter_.passed = rows_.Count();
     SetItemCount(filter_.passed);
     FitColumns();
-    if (!selected.empty()) {  // letting the control draw again costs more than the rest of a rebuild
-        const DrawingPause pause(*this);
-        for (const CEOID id : selected)
-            SelectEntry(id);
+    if (top > 0) EnsureVisible(std::min<int>(top + GetCountPerPage(), filter_.passed) - 1, false);
+    Reselect(selected, current);
+}
+
+// What SelectEntry of each entry, and of the current one at the end, comes to. The focus is given to the current entry
+// alone: moving it from row to row takes the control milliseconds for each.
+void EntryList::Reselect(const std::vector<CEOID>& selected, CEOID current) {
+    std::vector<MarkedRow> found;
+    for (const CEOID id : selected) {
+        const int row = RowOf(id);
+        if (row < 0) {
+            found.clear();  // an entry without a row takes back what was selected so far
+        } else {
+            found.push_back({row, id});
+        }
+    }
+    selection_.Clear();
+    // Without a current entry nothing stays selected, and just now nothing is.
+    if (RowOf(current) >= 0) {
+        const DrawingPause pause(*this, std::ssize(found) > kManyRows);
+        for (const MarkedRow& row : found) {
+            selection_.Add(row.id);
+            if (row.id != current) Mark(row, LVIS_SELECTED);
+        }
     }
     SelectEntry(current);
 }
 
 void EntryList::SelectEntry(CEOID id) {
-    const int row = MarkEntry(id);
-    if (row < 0) return;
-    EnsureVisible(row, false);
-    Update();
-}
-
-int EntryList::MarkEntry(CEOID id) {
     constexpr UINT kBoth = LVIS_SELECTED | LVIS_FOCUSED;
-    const int row = id == 0 ? -1 : journal_.SeekToOidIndex(id);
+    const int row = RowOf(id);
     const bool found = row >= 0 && IsWindow();
-    if (row >= 0) {
-        SetItemState(row, found ? kBoth : 0, kBoth);
+    if (found) {
+        Mark({row, id}, kBoth);
+    } else if (row >= 0) {
+        SetItemState(row, 0, kBoth);
     } else {
         DeselectAll();
     }
     selection_.SetCurrent(found ? id : 0);
     hasCurrent_ = found;
-    return found ? row : -1;
+    if (!found) return;
+    EnsureVisible(row, false);
+    Update();
 }
 
-// No row stays selected or focused. To be told so about all rows, the control visits each of them: with nothing to
-// take back, as after most rebuilds, it is not asked.
+// An entry's place in the store's order; -1 when it has none.
+int EntryList::RowOf(CEOID id) {
+    return id == 0 ? -1 : journal_.SeekToOidIndex(id);
+}
+
+// Sets a row's states; what the control tells of the row meanwhile is about that entry.
+void EntryList::Mark(const MarkedRow& row, UINT states) {
+    marked_ = row;
+    SetItemState(row.row, states, states);
+    marked_ = {};
+}
+
+// No row stays selected or focused. To be told so about all rows, the control visits each of them, and shows those that
+// were selected: with nothing to take back it is not asked.
 void EntryList::DeselectAll() {
     constexpr UINT kBoth = LVIS_SELECTED | LVIS_FOCUSED;
-    if (GetSelectedCount() > 0 || GetNextItem(-1, LVNI_FOCUSED) >= 0) SetItemState(-1, 0, kBoth);
+    const int selected = GetSelectedCount();
+    if (selected == 0 && GetNextItem(-1, LVNI_FOCUSED) < 0) return;
+    const DrawingPause pause(*this, selected > kManyRows);
+    SetItemState(-1, 0, kBoth);
+}
+
+void EntryList::ShowTop() {
+    EnsureVisible(0, false);
 }
 
 void EntryList::ClearSelection() {
@@ -144,8 +188,10 @@ LRESULT CALLBACK EntryList::Procedure(HWND hwnd, UINT message, WPARAM wparam, LP
     EntryList* list = live_;
     if (list == nullptr || list->GetHandle() != hwnd) return DefWindowProcW(hwnd, message, wparam, lparam);
     switch (message) {
+        case WM_RBUTTONDOWN: list->TakeShownEntry(PointIn(lparam)); break;
         case WM_LBUTTONDOWN:
-            if (list->OnStylusDown({static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))})) return 0;
+            list->TakeShownEntry(PointIn(lparam));
+            if (list->OnStylusDown(PointIn(lparam))) return 0;
             break;
         case WM_NCDESTROY: {
             const LRESULT result = list->CallReplaced(message, wparam, lparam);
@@ -156,6 +202,15 @@ LRESULT CALLBACK EntryList::Procedure(HWND hwnd, UINT message, WPARAM wparam, LP
         default: break;
     }
     return list->CallReplaced(message, wparam, lparam);
+}
+
+// While a filter hides some of the entries, the row at an entry's place in the store may show another one. What is
+// pressed there is the entry that is seen, not the one that the row was selected for.
+void EntryList::TakeShownEntry(POINT point) {
+    const int row = HitTest(point);
+    if (row < 0 || GetItemState(row, LVIS_SELECTED) == 0) return;
+    const CEOID shown = cache_.Fetch(row).id;
+    if (shown != 0 && !selection_.Contains(shown)) SelectRow(row);
 }
 
 bool EntryList::OnStylusDown(POINT point) {

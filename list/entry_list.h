@@ -22,8 +22,8 @@ public:
     bool CreateIn(HWND parent, const RECT& place);
 
     // Empties the list, counts the entries anew and selects what the selection memory holds; the current entry ends
-    // focused and visible. Whoever changes the store or the filter ends with this. Without a current entry nothing is
-    // selected at the end, whatever the memory held.
+    // focused and visible, and apart from that the list stays where it was scrolled to. Whoever changes the store or
+    // the filter ends with this. Without a current entry nothing is selected at the end, whatever the memory held.
     void RefreshList();
     // Selects, focuses and shows the row of that entry and makes it the current one. When it has no row (0 never has),
     // nothing is selected afterwards and there is no current entry.
@@ -36,6 +36,8 @@ public:
     bool HasCurrent() const { return hasCurrent_; }
     void ForgetHasCurrent() { hasCurrent_ = false; }
 
+    // Scrolls to the first row, for what will show other rows or another order.
+    void ShowTop();
     // The entry's row is drawn from the store again.
     void RefreshRow(CEOID id);
 
@@ -47,10 +49,18 @@ public:
 
 private:
     static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) noexcept;
+    void TakeShownEntry(POINT point);
     bool OnStylusDown(POINT point);
 
-    // SelectEntry without showing the row; answers it, or -1.
-    int MarkEntry(CEOID id);
+    // A row that is being selected for an entry.
+    struct MarkedRow {
+        int row = -1;
+        CEOID id = 0;
+    };
+
+    void Reselect(const std::vector<CEOID>& selected, CEOID current);
+    int RowOf(CEOID id);
+    void Mark(const MarkedRow& row, UINT states);
     void FitColumns();
     void SelectRow(int row);
     void DeselectAll();
@@ -71,5 +81,6 @@ private:
     FilterSettings& filter_;
     StoreRows rows_;
     RowCache cache_;
+    MarkedRow marked_;  // as long as its states are set
     bool hasCurrent_ = false;
 };

@@ -57,7 +57,7 @@ void EntryList::OnItemChanged(const NMLISTVIEW& change) {
         return;
     }
     if (((change.uOldState | change.uNewState) & (LVIS_SELECTED | LVIS_FOCUSED)) == 0) return;
-    const CEOID id = cache_.Fetch(change.iItem).id;
+    const CEOID id = change.iItem == marked_.row ? marked_.id : cache_.Fetch(change.iItem).id;
     if (change.uOldState & LVIS_SELECTED) selection_.Remove(id);
     if (change.uOldState & LVIS_FOCUSED) selection_.SetCurrent(0);
     if (change.uNewState & LVIS_FOCUSED) selection_.SetCurrent(id);

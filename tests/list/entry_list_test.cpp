@@ -2,6 +2,7 @@
 #include "list/entry_list.h"
 
 #include <px.h>
+#include <storebatch.h>
 
 #include "res/ids.h"
 #include "tests/list/journal_fixture.h"
@@ -239,6 +240,54 @@ TEST_F(EntryListTest, ReselectsManyEntries) {
     EXPECT_EQ(RowsWith(kSelected).size(), ids.size());
     EXPECT_EQ(selection_.Ids().size(), ids.size());
     EXPECT_THAT(RowsWith(kFocused), ElementsAre(1));
+}
+
+TEST_F(EntryListTest, ReselectsThousandsOfEntries) {
+    ASSERT_TRUE(CeBeginBatch());
+    const auto ids = InsertDays(3000);
+    ASSERT_TRUE(CeCommitBatch());
+    for (const CEOID id : ids)
+        selection_.Add(id);
+    selection_.SetCurrent(ids[2000]);
+    list_.RefreshList();
+    EXPECT_EQ(list_.GetSelectedCount(), 3000);
+    EXPECT_THAT(selection_.Ids(), ElementsAreArray(ids));
+    EXPECT_EQ(list_.GetNextItem(-1, LVNI_FOCUSED), 2000);
+    list_.SelectEntry(0);
+    EXPECT_EQ(list_.GetSelectedCount(), 0);
+    EXPECT_THAT(selection_.Ids(), IsEmpty());
+}
+
+TEST_F(EntryListTest, RebuildStaysWhereTheListWasScrolledTo) {
+    const auto ids = InsertDays(100);
+    list_.RefreshList();
+    list_.EnsureVisible(60, false);
+    const int top = list_.GetTopIndex();
+    ASSERT_GT(top, 0);
+    list_.RefreshList();
+    EXPECT_EQ(list_.GetTopIndex(), top);
+    journal_.DeleteRecord(ids[60]);
+    selection_.SetCurrent(ids[top + 1]);  // in view already
+    list_.RefreshList();
+    EXPECT_EQ(list_.GetTopIndex(), top);
+    list_.ShowTop();
+    selection_.Clear();
+    list_.RefreshList();
+    EXPECT_EQ(list_.GetTopIndex(), 0);
+}
+
+TEST_F(EntryListTest, RebuildWithFewerRowsEndsAtTheLast) {
+    const auto ids = InsertDays(60);
+    list_.RefreshList();
+    list_.EnsureVisible(59, false);
+    for (size_t i = 40; i < ids.size(); ++i)
+        journal_.DeleteRecord(ids[i]);
+    list_.RefreshList();
+    EXPECT_EQ(list_.GetTopIndex(), 40 - list_.GetCountPerPage());
+    for (size_t i = 0; i < 40; ++i)
+        journal_.DeleteRecord(ids[i]);
+    list_.RefreshList();
+    EXPECT_EQ(list_.GetItemCount(), 0);
 }
 
 TEST_F(EntryListTest, RebuildAnnouncesTheEmptyingAndThenEachSelectedRow) {

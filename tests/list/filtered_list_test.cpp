@@ -1,4 +1,6 @@
 // The list while a filter hides some of the entries.
+#include <algorithm>
+
 #include "data/category_blob.h"
 #include "data/db_cats.h"
 #include "list/entry_list.h"
@@ -27,6 +29,7 @@ protected:
 
     ListHost host_;
     EntryList list_{journal_, selection_, filter_};
+    CEOID shown_ = 0;
 };
 
 TEST_F(FilteredListTest, CountsTheEntriesThatPass) {
@@ -85,6 +88,86 @@ TEST_F(FilteredListTest, ABlockHoldsTheEntriesThatPassFromTheStoresPositionOn) {
     EXPECT_EQ(alone.Fetch(0).subject, L"");
     EXPECT_EQ(alone.Fetch(3).id, ids[3]);
 }
+
+TEST_F(FilteredListTest, RowsBehindTheFirstBlockComeFromTheStoresPositions) {
+    InsertDays(200);  // from 7 May 2001 on: June starts at 25, July at 55
+    filter_.active = TRUE;
+    filter_.months = 0x0020;  // June
+    list_.RefreshList();
+    ASSERT_EQ(list_.GetItemCount(), 30);
+    list_.SendMessage(WM_VSCROLL, SB_TOP);
+    list_.Update();
+    EXPECT_EQ(Cell(0, 1), L"entry 25");
+    list_.EnsureVisible(29, false);
+    list_.Update();
+    const int top = list_.GetTopIndex();
+    ASSERT_GT(top, 0);
+    // A block from the store's position `top` on.
+    EXPECT_EQ(Cell(top, 1), L"entry " + std::to_wstring(std::max(top, 25)));
+}
+
+TEST_F(FilteredListTest, SelectingAnEntryRemembersNoOther) {
+    const auto ids = InsertDays(60);
+    filter_.active = TRUE;
+    filter_.months = 0x0060;  // June and July: entries 25 to 59
+    list_.RefreshList();
+    list_.Update();
+    ASSERT_EQ(Cell(5, 1), L"entry 30");
+    list_.SelectEntry(ids[30]);
+    EXPECT_EQ(list_.GetFocusedEntry(&shown_), 30);
+    EXPECT_THAT(selection_.Ids(), testing::ElementsAre(ids[30]));
+    list_.RefreshList();
+    EXPECT_THAT(selection_.Ids(), testing::ElementsAre(ids[30]));
+    EXPECT_EQ(selection_.Current(), ids[30]);
+}
+
+TEST_F(FilteredListTest, APressOnASelectedRowTakesTheEntryThatItShows) {
+    const auto ids = InsertDays(60);
+    filter_.active = TRUE;
+    filter_.months = 0x0060;
+    list_.RefreshList();
+    list_.SelectEntry(ids[30]);
+    list_.Update();
+    list_.GetFocusedEntry(&shown_);
+    ASSERT_NE(shown_, ids[30]);
+    ASSERT_NE(shown_, 0u);
+    RECT row = {};
+    ASSERT_TRUE(list_.GetItemRect(30, &row));
+    const LPARAM place = MAKELPARAM(row.left + 20, (row.top + row.bottom) / 2);
+    list_.SendMessage(WM_RBUTTONDOWN, MK_RBUTTON, place);
+    EXPECT_THAT(selection_.Ids(), testing::ElementsAre(shown_));
+    EXPECT_EQ(selection_.Current(), shown_);
+    list_.SendMessage(WM_RBUTTONUP, 0, place);
+}
+
+// The filter asks for the first, second or third of the entry's three categories.
+class CutCategoriesTest : public FilteredListTest, public testing::WithParamInterface<size_t> {};
+
+TEST_P(CutCategoriesTest, AreReadAsFarAsTheyGo) {
+    const CEOID entry = InsertDays(1)[0];
+    DbCats categories;
+    ASSERT_TRUE(categories.Open(nullptr));
+    const wchar_t* const names[] = {L"Business", L"Family", L"Holiday"};
+    std::vector<CEOID> carried;
+    for (const wchar_t* name : names)
+        carried.push_back(categories.FindByName(name));
+    const std::vector<BYTE> whole = MakeCategoryBlob(carried);
+    filter_.active = filter_.categoriesOnly = TRUE;
+    filter_.AddCategory(DbCItem(kPropCategoryName, names[GetParam()]));
+    for (size_t length = 0; length <= whole.size(); ++length) {
+        std::vector<BYTE> bytes(whole.begin(), whole.begin() + static_cast<ptrdiff_t>(length));
+        bytes.reserve(1);  // an empty one has an address too
+        CEPROPVAL value = {};
+        value.propid = kPropCategories;
+        value.val.blob = {static_cast<DWORD>(length), bytes.data()};
+        ASSERT_EQ(journal_.WriteRecordProps(entry, 1, &value), entry);
+        list_.RefreshList();
+        EXPECT_EQ(list_.GetItemCount(), length / sizeof(CEOID) > GetParam() ? 1 : 0) << length;
+        EXPECT_EQ(Cell(0, 1), list_.GetItemCount() > 0 ? L"entry 0" : L"") << length;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Categories, CutCategoriesTest, testing::Values(0u, 1u, 2u));
 
 TEST_F(FilteredListTest, CategoriesAreLookedUpAnewAtEachRebuild) {
     const auto ids = InsertDays(3);
