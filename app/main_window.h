@@ -48,8 +48,9 @@ private:
     LRESULT OnCommand(WORD notification, WORD id);
     void OnCommandId(WORD id);
     void NewEntry();
+    void ShowCurrent();
     void EditCurrent();
-    void RunEditor();
+    void RunEditor(WORD field = 0);
     void ClearFilter();
     void EditFilter();
     void SaveFilter();

@@ -8,6 +8,7 @@
 #include "filter/filter_dialog.h"
 #include "filter/filter_settings.h"
 #include "filter/registry_filter_store.h"
+#include "list/detail_view.h"
 #include "res/ids.h"
 #include "ui/application.h"
 #include "ui/resource_text.h"
@@ -44,7 +45,7 @@ void MainWindow::OnCommandId(WORD id) {
     switch (id) {
         case IDM_SHAREDNEW:
         case IDM_NEW_ENTRY: NewEntry(); break;
-        case IDM_OPEN_ENTRY:  // a tap opens the editor as long as there is no screen that only shows the entry
+        case IDM_OPEN_ENTRY: ShowCurrent(); break;
         case IDM_EDIT_ENTRY: EditCurrent(); break;
         case IDM_COPY_ENTRIES: CopySelected(); break;
         case IDM_DELETE_ENTRIES: DeleteSelected(); break;
@@ -63,12 +64,21 @@ void MainWindow::NewEntry() {
     RunEditor();
 }
 
+void MainWindow::ShowCurrent() {
+    if (selection_.Current() == 0) return;
+    const INT_PTR result = DetailView::Run(*this, selection_);
+    if (!IsWindow()) return;  // closed together with the view
+    if (result != DetailView::kClosed) RunEditor(result > 0 ? static_cast<WORD>(result) : WORD{0});
+}
+
 void MainWindow::EditCurrent() {
+    // The first half of a double tap has opened the view already; what comes after it opens the editor.
+    if (DetailView::EndToEdit()) return;
     if (selection_.Current() != 0) RunEditor();
 }
 
-void MainWindow::RunEditor() {
-    EntryEditor::Run(*this, journal_, selection_, 0);
+void MainWindow::RunEditor(WORD field) {
+    EntryEditor::Run(*this, journal_, selection_, field);
     if (!IsWindow()) return;  // closed together with the editor
     list_.RefreshList();
 }

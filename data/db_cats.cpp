@@ -44,3 +44,8 @@ std::wstring JoinCategories(const TSList<DbCItem>& categories) {
     }
     return text;
 }
+
+void ReadCategoryNames(const CEBLOB& blob, TSList<DbCItem>* categories) {
+    DbCats database;
+    if (database.Open(nullptr)) database.ReadBlob(blob, categories);
+}

@@ -29,5 +29,8 @@ public:
     std::vector<BYTE> MakeBlob(const TSList<DbCItem>& categories);
 };
 
+// Appends the categories that an entry's bytes name; opens the database for as long as that takes.
+ORVANE_API void ReadCategoryNames(const CEBLOB& blob, TSList<DbCItem>* categories);
+
 // The names with ", " between them.
 ORVANE_API std::wstring JoinCategories(const TSList<DbCItem>& categories);

@@ -14,12 +14,6 @@ namespace {
 constexpr int kTabPaddingX = 8;
 constexpr int kTabPaddingY = 4;
 
-// The categories database is opened only for an entry that has categories.
-void ReadCategories(const CEBLOB& blob, TSList<DbCItem>* categories) {
-    DbCats database;
-    if (database.Open(nullptr)) database.ReadBlob(blob, categories);
-}
-
 }  // namespace
 
 bool EntryForm::Build(const FormRecord& record) {
@@ -83,7 +77,7 @@ void EntryForm::FillRows(const PimData* pim, WORD startField) {
     FieldSources sources;
     sources.pim = pim;
     sources.now.SetNow();
-    sources.readCategories = ReadCategories;
+    sources.readCategories = ReadCategoryNames;
 
     int row = 0;
     for (DbJItem& field : fields_) {

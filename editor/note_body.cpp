@@ -2,7 +2,6 @@
 
 #include <iterator>
 
-#include "px.h"
 #include "res/ids.h"
 #include "text/date_time.h"
 #include "ui/application.h"
@@ -13,7 +12,6 @@ namespace {
 constexpr wchar_t kZoomValue[] = L"iZoom";
 constexpr wchar_t kViewValue[] = L"iView";
 constexpr int kDefaultZoom = 100;
-constexpr int kTextMargin = 4;  // logical pixels, as in the field list
 
 int ReadOption(const wchar_t* name, int fallback) {
     return Application::Current()->ReadInt(LoadText(IDS_OPTIONS), name, fallback);
@@ -26,21 +24,7 @@ void WriteOption(const wchar_t* name, int value) {
 }  // namespace
 
 bool NoteBody::CreateIn(HWND parent, int id, const RECT& place) {
-    // The scroll bar is always there: one that comes with the text makes some systems wrap a long text all over again
-    // for every piece they load, for minutes and until the stack is used up.
-    constexpr DWORD style =
-        WS_TABSTOP | WS_VSCROLL | ES_DISABLENOSCROLL | ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN;
-    return RichInk::CreateIn(parent, id, style, place);
-}
-
-void NoteBody::Place(const RECT& place) {
-    if (EqualRect(&place, &place_)) return;  // for a long text it is work
-    place_ = place;
-    MoveWindow(place.left, place.top, place.right - place.left, place.bottom - place.top);
-    RECT text = {};
-    ::GetClientRect(GetHandle(), &text);
-    InflateRect(&text, -Px(kTextMargin), -Px(kTextMargin) / 2);
-    SendMessage(EM_SETRECT, 0, reinterpret_cast<LPARAM>(&text));
+    return RichInk::CreateIn(parent, id, kNoteStyle, place);
 }
 
 void NoteBody::Load(const DbJItem& body) {

@@ -11,9 +11,6 @@ public:
     // Creates the control, hidden, as a child of `parent` at `place` (device pixels). False when it cannot be made.
     bool CreateIn(HWND parent, int id, const RECT& place);
 
-    // Moves the control; the text keeps a little away from its borders.
-    void Place(const RECT& place);
-
     // Shows the field's bytes; bytes that are no rich text show as nothing. Not a change. A field that the control has
     // shown or stored last is there already, unless the text was changed since: a long text is not loaded twice.
     void Load(const DbJItem& body);
@@ -41,7 +38,6 @@ public:
     void InsertStamp(const std::wstring& stamp);
 
 private:
-    RECT place_ = {};
     const DbJItem* shown_ = nullptr;  // the field whose bytes the control holds
 };
 

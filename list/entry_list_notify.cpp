@@ -85,7 +85,9 @@ void EntryList::OnTap() {
     // With Shift or Ctrl a tap extends the selection and opens nothing.
     const bool extends = GetKeyState(VK_SHIFT) < 0 || GetKeyState(VK_CONTROL) < 0;
     if (selection_.Current() == 0 || extends) return;
-    SwallowSecondTap();
+    SwallowSecondTap([] {
+        if (live_ != nullptr) ::PostMessageW(live_->GetParent(), WM_COMMAND, IDM_EDIT_ENTRY, 0);
+    });
     SendCommand(IDM_OPEN_ENTRY);
 }
 

@@ -9,6 +9,7 @@ namespace {
 HHOOK hook = nullptr;
 DWORD firstTime = 0;
 POINT firstPlace = {};
+void (*tell)() = nullptr;
 bool swallowed = false;  // the press has been taken; its release is still to come
 
 bool IsSecondTap(const MSG& message) {
@@ -43,7 +44,9 @@ LRESULT CALLBACK OnMessageTaken(int code, WPARAM removed, LPARAM lparam) noexcep
             case WM_NCLBUTTONUP:
                 if (!swallowed) break;
                 message.message = WM_NULL;
-                if (removed == PM_REMOVE) Disarm();
+                if (removed != PM_REMOVE) break;
+                Disarm();
+                if (tell != nullptr) tell();
                 break;
             case WM_MOUSEMOVE:
                 if (!swallowed && !IsSecondTap(message)) Disarm();
@@ -56,10 +59,11 @@ LRESULT CALLBACK OnMessageTaken(int code, WPARAM removed, LPARAM lparam) noexcep
 
 }  // namespace
 
-void SwallowSecondTap() {
+void SwallowSecondTap(void (*onSwallowed)()) {
     const DWORD place = GetMessagePos();
     firstPlace = {static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))};
     firstTime = static_cast<DWORD>(GetMessageTime());
     swallowed = false;
+    tell = onSwallowed;
     if (hook == nullptr) hook = SetWindowsHookExW(WH_GETMESSAGE, OnMessageTaken, nullptr, GetCurrentThreadId());
 }

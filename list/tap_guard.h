@@ -4,6 +4,9 @@
 // A tap on an entry opens a full-screen dialog at once, under the stylus that is just about to come down again: without
 // this, a double tap would open the entry and then press whatever lies at that place in it.
 //
+// `onSwallowed` (may be null) is called once, when the second tap has been taken and its stylus lifted: nobody else
+// sees it as a double tap.
+//
 // Armed while a tap is handled; taken back by itself after one press, or when the time or the place of a double tap has
 // passed. User-interface thread only.
-void SwallowSecondTap();
+void SwallowSecondTap(void (*onSwallowed)());

@@ -79,6 +79,28 @@
 // ---- Empty full-screen frame, shared by screens that make their controls themselves; fixed ----
 #define IDD_FRAME 151
 
+// ---- Detail view ----
+// Fixed.
+#define IDB_PRIORITIES 118
+#define IDB_SENSITIVITIES 133
+#define IDC_DETAIL_SUBJECT 124
+#define IDC_DETAIL_DATE 125
+#define IDC_DETAIL_DURATION 126
+#define IDC_DETAIL_CATEGORIES 127
+#define IDC_DETAIL_CONTACTS 128
+#define IDC_DETAIL_TYPE 130
+#define IDC_DETAIL_PRIORITY 131
+#define IDC_DETAIL_SENSITIVITY 132
+#define IDC_DETAIL_COMPANY 133
+#define IDC_DETAIL_PANEL 134
+#define IDC_DETAIL_NOTE 135
+#define IDS_ENTRY_DELETED 40043  // a number without a text: its box is empty
+// Our own.
+#define IDS_DETAIL_NO_SUBJECT 20700
+#define IDS_DETAIL_COMPANY 20701
+#define IDS_DETAIL_CONTACTS 20702
+#define IDS_DETAIL_CATEGORIES 20703
+
 // ---- Entry editor ----
 // Fixed.
 #define IDR_EDITOR_ENTRY_BAR 105

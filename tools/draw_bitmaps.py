@@ -19,6 +19,7 @@ COLOURS = {
     "y": (0xE3, 0xA8, 0x2B),  # yellow
     "d": (0xA8, 0x76, 0x14),  # dark yellow
     "g": (0x59, 0x63, 0x6E),  # grey
+    "r": (0xC0, 0x22, 0x22),  # red
     ".": (0xC0, 0xC0, 0xC0),  # transparent in menu bar pictures
     "_": (0xFF, 0xFF, 0xFF),  # transparent in the arrow and the check
 }
@@ -150,6 +151,112 @@ ____k_______
 ____________
 """
 
+# Priorities and sensitivities, one picture for each row of their tables, on the detail view's white.
+LOW = """
+____________
+____bbb_____
+____bbb_____
+____bbb_____
+____bbb_____
+____bbb_____
+_bbbbbbbbb__
+__bbbbbbb___
+___bbbbb____
+____bbb_____
+_____b______
+____________
+"""
+
+NORMAL = """
+____________
+____________
+____________
+____________
+__ggggggg___
+__ggggggg___
+____________
+__ggggggg___
+__ggggggg___
+____________
+____________
+____________
+"""
+
+HIGH = """
+____rrr_____
+___rrrrr____
+___rrrrr____
+___rrrrr____
+___rrrrr____
+____rrr_____
+____rrr_____
+_____r______
+____________
+____rrr_____
+____rrr_____
+____________
+"""
+
+OPEN_PAGE = """
+__ggggggg___
+__gwwwwgwg__
+__gwwwwgggg_
+__gwwwwwwwg_
+__gwgggggwg_
+__gwwwwwwwg_
+__gwgggggwg_
+__gwwwwwwwg_
+__gwgggwwwg_
+__gwwwwwwwg_
+__ggggggggg_
+____________
+"""
+
+PERSON = """
+____####____
+___#llll#___
+___#llll#___
+___#llll#___
+____####____
+___#bbbb#___
+__#bbbbbb#__
+_#bbbbbbbb#_
+_#bbbbbbbb#_
+_#bbbbbbbb#_
+_##########_
+____________
+"""
+
+KEY = """
+____________
+__ddd_______
+_dyyyd______
+dyydyyd_____
+dyd_dyddddd_
+dyydyyyyyyyd
+_dyyyddydyd_
+__ddd_dydyd_
+_______d_d__
+____________
+____________
+____________
+"""
+
+LOCK = """
+____####____
+___#gggg#___
+__#g####g#__
+__#g#__#g#__
+_##########_
+_#yyyyyyyy#_
+_#yyy##yyy#_
+_#yyy##yyy#_
+_#yyyy#yyy#_
+_#yyyyyyyy#_
+_##########_
+____________
+"""
+
 # Menu background: a paper tone with a faint weave.
 WEAVE = [[(0xF7, 0xF5, 0xEF) if (x + y) % 4 else (0xF0, 0xED, 0xE4) for x in range(8)] for y in range(8)]
 
@@ -265,6 +372,8 @@ def main():
     # The menu bar's strip: Find is picture 0, the filter picture 8; the places between are free.
     write_bmp(folder / "main_bar.bmp", strip(FIND, *[BLANK] * 7, FILTER))
     write_bmp(folder / "editor_bar.bmp", strip(TIME_STAMP, DATE_STAMP, PEN))
+    write_bmp(folder / "priorities.bmp", strip(LOW, NORMAL, HIGH))
+    write_bmp(folder / "sensitivities.bmp", strip(OPEN_PAGE, PERSON, KEY, LOCK))
     write_bmp(folder / "drop_arrow.bmp", pixels(ARROW))
     write_bmp(folder / "check.bmp", pixels(CHECK))
     write_bmp(folder / "menu_weave.bmp", WEAVE)

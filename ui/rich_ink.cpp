@@ -1,9 +1,13 @@
 #include "ui/rich_ink.h"
 
+#include <px.h>
+
 #include <algorithm>
 #include <new>
 
 namespace {
+
+constexpr int kTextMargin = 4;  // logical pixels, as in the lists
 
 struct Source {
     const BYTE* next;
@@ -41,6 +45,16 @@ bool RichInk::CreateIn(HWND parent, int id, DWORD style, const RECT& place) {
     SendMessage(EM_EMPTYUNDOBUFFER);
     SetModified(false);
     return true;
+}
+
+void RichInk::Place(const RECT& place) {
+    if (EqualRect(&place, &place_)) return;  // for a long text it is work
+    place_ = place;
+    MoveWindow(place.left, place.top, place.right - place.left, place.bottom - place.top);
+    RECT text = {};
+    ::GetClientRect(GetHandle(), &text);
+    InflateRect(&text, -Px(kTextMargin), -Px(kTextMargin) / 2);
+    SendMessage(EM_SETRECT, 0, reinterpret_cast<LPARAM>(&text));
 }
 
 bool RichInk::StreamIn(UINT format, const std::vector<BYTE>& bytes) {

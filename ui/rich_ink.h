@@ -12,10 +12,18 @@
 
 class RichInk : public Control {
 public:
+    // How a note is shown. The scroll bar is always there: one that comes with the text makes some systems wrap a long
+    // text all over again for every piece they load, for minutes and until the stack is used up.
+    static constexpr DWORD kNoteStyle =
+        WS_TABSTOP | WS_VSCROLL | ES_DISABLENOSCROLL | ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN;
+
     RichInk() : Control(WC_RICHINK) {}
 
     // As every control is made; there is nothing to undo afterwards.
     bool CreateIn(HWND parent, int id, DWORD style, const RECT& place);
+
+    // Moves the control; the text keeps a little away from its borders.
+    void Place(const RECT& place);
 
     // ---- Streams ----
     // Replaces the contents with a stream of `format` (SF_RTF 2, or SF_UTEXT 17). Not a change: the modified flag is
@@ -54,4 +62,7 @@ public:
     // VT_TYPINGVIEW 0 or VT_DRAWINGVIEW 3.
     void SetView(UINT view);
     UINT GetView() const;
+
+private:
+    RECT place_ = {};
 };

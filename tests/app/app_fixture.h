@@ -1,4 +1,5 @@
-// The program as it starts, in this process, on settings and a store of the test's own. The editor is a stand-in.
+// The program as it starts, in this process, on settings and a store of the test's own. The detail view and the editor
+// are stand-ins.
 #pragma once
 
 #include <memory>
@@ -9,6 +10,7 @@
 #include "data/field_ids.h"
 #include "filter/filter_settings.h"
 #include "list/selection_memory.h"
+#include "tests/app/fake_detail.h"
 #include "tests/app/fake_editor.h"
 #include "tests/support/fresh_store.h"
 #include "tests/support/message_boxes.h"
@@ -16,7 +18,10 @@
 
 class AppFixture : public testing::Test {
 protected:
-    AppFixture() { FakeEditor::Reset(); }
+    AppFixture() {
+        FakeEditor::Reset();
+        FakeDetail::Reset();
+    }
     ~AppFixture() override {
         if (window_ != nullptr && window_->IsWindow()) window_->SendMessage(WM_CLOSE);
         journal_.Close();

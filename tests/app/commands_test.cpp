@@ -47,21 +47,66 @@ TEST_F(CommandsTest, ANewEntryThatWasNotWrittenLeavesNothingSelected) {
     EXPECT_EQ(List().GetNextItem(-1, LVNI_SELECTED), -1);
 }
 
-class OpenEntryTest : public CommandsTest, public testing::WithParamInterface<WORD> {};
-
-TEST_P(OpenEntryTest, OpensTheEditorOnTheCurrentEntry) {
+TEST_F(CommandsTest, EditOpensTheEditorOnTheCurrentEntry) {
     List().SelectEntry(ids_[1]);
-    Command(GetParam());
+    Command(40008);
     EXPECT_THAT(FakeEditor::opened, ElementsAre(ids_[1]));
+    EXPECT_THAT(FakeEditor::fields, ElementsAre(0));
     EXPECT_EQ(selection_.Current(), ids_[1]);
 }
 
-TEST_P(OpenEntryTest, DoesNothingWithoutACurrentEntry) {
-    Command(GetParam());
+TEST_F(CommandsTest, EditAndShowDoNothingWithoutACurrentEntry) {
+    Command(40008);
+    Command(122);
     EXPECT_THAT(FakeEditor::opened, IsEmpty());
+    EXPECT_THAT(FakeDetail::shown, IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(Commands, OpenEntryTest, testing::Values(WORD{40008}, WORD{122}));
+// ---- Showing ----
+
+TEST_F(CommandsTest, ShowOpensTheDetailViewAndOkLeadsBack) {
+    List().SelectEntry(ids_[1]);
+    Command(122);
+    EXPECT_THAT(FakeDetail::shown, ElementsAre(ids_[1]));
+    EXPECT_THAT(FakeEditor::opened, IsEmpty());
+    EXPECT_EQ(selection_.Current(), ids_[1]);
+}
+
+TEST_F(CommandsTest, AFieldTappedInTheDetailViewIsEditedOnce) {
+    List().SelectEntry(ids_[1]);
+    FakeDetail::view = [] { return 109; };
+    FakeEditor::edit = [&](CEOID id) { return Write({L"written meanwhile"}), id; };
+    Command(122);
+    EXPECT_THAT(FakeEditor::opened, ElementsAre(ids_[1]));
+    EXPECT_THAT(FakeEditor::fields, ElementsAre(109));
+    EXPECT_EQ(Subjects().size(), 4u);
+    FakeEditor::edit = nullptr;
+    Command(40008);
+    EXPECT_THAT(FakeEditor::fields, ElementsAre(109, 0));
+}
+
+TEST_F(CommandsTest, AViewThatCannotBeMadeLeavesTheEditor) {
+    List().SelectEntry(ids_[1]);
+    FakeDetail::view = [] { return -1; };
+    Command(122);
+    EXPECT_THAT(FakeEditor::fields, ElementsAre(0));
+}
+
+TEST_F(CommandsTest, TheSecondHalfOfADoubleTapTurnsTheViewIntoTheEditor) {
+    List().SelectEntry(ids_[1]);
+    FakeDetail::view = [&] { return Command(40008), 1; };
+    Command(122);
+    EXPECT_TRUE(FakeDetail::ended);
+    EXPECT_THAT(FakeEditor::opened, ElementsAre(ids_[1]));
+    EXPECT_THAT(FakeEditor::fields, ElementsAre(0));
+}
+
+TEST_F(CommandsTest, AProgramClosedUnderTheViewOpensNoEditor) {
+    List().SelectEntry(ids_[1]);
+    FakeDetail::view = [&] { return window_->SendMessage(WM_CLOSE), 0; };
+    Command(122);
+    EXPECT_THAT(FakeEditor::opened, IsEmpty());
+}
 
 TEST_F(CommandsTest, ScreensThatAreNotThereDoNothing) {
     List().SelectEntry(ids_[0]);

@@ -4,16 +4,19 @@
 #include "list/selection_memory.h"
 
 std::vector<CEOID> FakeEditor::opened;
+std::vector<unsigned short> FakeEditor::fields;
 std::function<CEOID(CEOID)> FakeEditor::edit;
 std::function<void()> FakeEditor::finish;
 
 void FakeEditor::Reset() {
     opened.clear();
+    fields.clear();
     edit = nullptr;
     finish = nullptr;
 }
 
-INT_PTR EntryEditor::Run(Window&, DbJournal&, SelectionMemory& selection, unsigned short) {
+INT_PTR EntryEditor::Run(Window&, DbJournal&, SelectionMemory& selection, unsigned short editField) {
+    FakeEditor::fields.push_back(editField);
     FakeEditor::opened.push_back(selection.Current());
     if (FakeEditor::edit) selection.SetCurrent(FakeEditor::edit(selection.Current()));
     return IDOK;

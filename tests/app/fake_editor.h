@@ -11,6 +11,8 @@
 // What the main window asked of the editor, in order: the selection's current entry at that time.
 struct FakeEditor {
     static std::vector<CEOID> opened;
+    // The fields it was to begin with, 0 for none in particular.
+    static std::vector<unsigned short> fields;
     // What the user does in it; answers the current entry that it leaves. Without one the entry stays current.
     static std::function<CEOID(CEOID)> edit;
     // Told that the program ends.

@@ -125,6 +125,7 @@ public:
         handle_ = CreateWindowExW(0, L"TappedWindow", L"", WS_POPUP, 0, 0, 100, 100, nullptr, nullptr,
                                   GetModuleHandleW(nullptr), nullptr);
         seen.clear();
+        told = 0;
     }
     ~TappedWindow() { DestroyWindow(handle_); }
     TappedWindow(const TappedWindow&) = delete;
@@ -136,10 +137,11 @@ public:
     }
 
     static std::vector<UINT> seen;
+    static int told;  // how often a second tap was taken
 
 private:
     static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) {
-        if (message == kTapped) SwallowSecondTap();
+        if (message == kTapped) SwallowSecondTap([] { ++told; });
         if (message == WM_LBUTTONDOWN || message == WM_LBUTTONUP || message == WM_LBUTTONDBLCLK)
             seen.push_back(message);
         return DefWindowProcW(hwnd, message, wparam, lparam);
@@ -149,6 +151,7 @@ private:
 };
 
 std::vector<UINT> TappedWindow::seen;
+int TappedWindow::told = 0;
 
 class TapGuardTest : public testing::Test {
 protected:
@@ -164,8 +167,10 @@ TEST_F(TapGuardTest, SwallowsOnePressWithItsRelease) {
     window_.Post({kTapped, WM_LBUTTONDOWN, WM_LBUTTONUP});
     PumpOnce();
     EXPECT_THAT(TappedWindow::seen, IsEmpty());
+    EXPECT_EQ(TappedWindow::told, 1);
     window_.Post({WM_LBUTTONDOWN, WM_LBUTTONUP});
     PumpOnce();
+    EXPECT_EQ(TappedWindow::told, 1);
     EXPECT_THAT(TappedWindow::seen, ElementsAre(WM_LBUTTONDOWN, WM_LBUTTONUP));
 }
 
@@ -184,6 +189,7 @@ TEST_F(TapGuardTest, LetsAPressElsewherePass) {
     window_.Post({WM_LBUTTONDOWN, WM_LBUTTONUP});
     PumpOnce();
     EXPECT_THAT(TappedWindow::seen, ElementsAre(WM_LBUTTONDOWN, WM_LBUTTONUP));
+    EXPECT_EQ(TappedWindow::told, 0);
 }
 
 TEST_F(TapGuardTest, LetsALaterPressPass) {
