@@ -9,6 +9,7 @@ namespace {
 thread_local MessageBoxes* live = nullptr;
 
 constexpr int kTextControl = 0xFFFF;
+constexpr UINT_PTR kReadLater = 0x4A4D;  // timer of a box
 
 // The icon's control id differs between systems: 20 on Windows, 1088 under Wine.
 HICON IconOf(HWND box) {
@@ -77,10 +78,21 @@ void MessageBoxes::Expect(std::wstring title, std::wstring text, int answer) {
 }
 
 LRESULT CALLBACK MessageBoxes::Hook(int code, WPARAM wparam, LPARAM lparam) {
-    if (code == HCBT_ACTIVATE && live && IsMessageBox(reinterpret_cast<HWND>(wparam))) {
-        live->OnBox(reinterpret_cast<HWND>(wparam));
+    const auto box = reinterpret_cast<HWND>(wparam);
+    if (code == HCBT_ACTIVATE && live && IsMessageBox(box)) {
+        // One that is modal to the whole task can be active before it has its text: then it is read a little later.
+        if (TextOf(GetDlgItem(box, kTextControl)).empty()) {
+            SetTimer(box, kReadLater, 1, ReadLater);
+        } else {
+            live->OnBox(box);
+        }
     }
     return CallNextHookEx(nullptr, code, wparam, lparam);
+}
+
+void CALLBACK MessageBoxes::ReadLater(HWND box, UINT, UINT_PTR timer, DWORD) {
+    KillTimer(box, timer);
+    if (live) live->OnBox(box);
 }
 
 void MessageBoxes::OnBox(HWND box) {

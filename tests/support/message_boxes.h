@@ -39,6 +39,7 @@ private:
     };
 
     static LRESULT CALLBACK Hook(int code, WPARAM wparam, LPARAM lparam);
+    static void CALLBACK ReadLater(HWND box, UINT message, UINT_PTR timer, DWORD time);
     void OnBox(HWND box);
 
     HHOOK hook_ = nullptr;
