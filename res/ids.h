@@ -162,3 +162,19 @@
 #define IDS_FILTER_RANGE 20216
 #define IDS_FILTER_NO_MONTH 20217
 #define IDS_FILTER_NO_CATEGORY 20218
+
+// ---- Password lock ----
+// Fixed; the ids of the keys follow one another: 1 to 9, 0, C.
+#define IDD_PIN_PAD 105
+#define IDC_PIN_FIRST_DIGIT 101
+#define IDC_PIN_ZERO 110
+#define IDC_PIN_CLEAR 111
+#define IDC_PIN_HEADING 1018
+#define IDC_PIN_DISPLAY 1019
+// Our own.
+#define IDS_LOCK_TITLE 20800
+#define IDS_LOCK_DENIED 20801
+#define IDS_LOCK_ACTIVE 20802
+#define IDS_LOCK_INCONSISTENT 20803
+#define IDS_LOCK_NOT_SET 20804
+#define IDS_LOCK_CLEAR 20805
