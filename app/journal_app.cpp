@@ -6,9 +6,12 @@
 #include <richink.h>
 
 #include "app/main_window.h"
+#include "lock/password_lock.h"
 #include "res/ids.h"
 
 namespace {
+
+constexpr int kTries = 3;  // for the password
 
 // Whether the journal runs already; its window, or the screen open over it, is brought forward then.
 bool BringRunningForward(const wchar_t* className, const wchar_t* title) {
@@ -39,11 +42,27 @@ bool JournalApp::InitInstance(HINSTANCE instance, int showFlag) {
 
     if (!CreateMainWindow(className, title)) return false;
 
-    // The password is asked for here, when there is one: after the window is made, before anything of it is shown.
-
+    const HWND focus = GetFocus();
+    PasswordLock lock(*GetMainWindow());
+    if (!PassLock(lock)) {
+        GetMainWindow()->SendMessage(WM_CLOSE);
+        return false;
+    }
     GetMainWindow()->Show(showFlag);
+    // The pad went while nothing else of the program was to be seen: the system may have turned to another program.
+    if (lock.IsActive()) GetMainWindow()->SetForeground();
+    ::SetFocus(focus);
     GetMainWindow()->Update();
     return true;
+}
+
+bool JournalApp::PassLock(PasswordLock& lock) {
+    if (!lock.IsActive()) return true;
+    // Hidden so far, the window can be closed from outside while the pad is up.
+    for (int tries = 0; tries < kTries && GetMainWindow()->IsWindow(); ++tries) {
+        if (lock.Check()) return true;
+    }
+    return false;
 }
 
 bool JournalApp::CreateMainWindow(const wchar_t* className, const wchar_t* title) {

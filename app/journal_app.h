@@ -4,6 +4,7 @@
 #include "ui/application.h"
 
 class DbJournal;
+class PasswordLock;
 class SelectionMemory;
 struct FilterSettings;
 
@@ -16,11 +17,15 @@ public:
     JournalApp(DbJournal& journal, SelectionMemory& selection, FilterSettings& filter);
 
     // Brings the program up to the shown main window with the list filled. False, without a word, when another instance
-    // runs (it is brought forward) or when something needed cannot be had.
+    // runs (it is brought forward) or when something needed cannot be had; false after three wrong passwords, with the
+    // main window closed unseen.
     bool InitInstance(HINSTANCE instance, int showFlag) override;
 
 private:
     bool CreateMainWindow(const wchar_t* className, const wchar_t* title);
+    // Asks for the password when there is one; the main window, made but not shown, stays hidden for that time. False
+    // after three wrong ones.
+    bool PassLock(PasswordLock& lock);
 
     DbJournal& journal_;
     SelectionMemory& selection_;

@@ -28,6 +28,7 @@ public:
 }  // namespace
 
 LRESULT MainWindow::OnCommand(WORD notification, WORD id) {
+    if (!IsVisible()) return 0;  // the password is being asked for: nothing is opened from outside
     switch (notification) {
         case kNotifySortField: SortByField(id); return 0;
         case kNotifySortDescending: SortDescending(id != 0); return 0;
