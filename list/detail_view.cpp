@@ -5,6 +5,7 @@
 #include "data/db_cats.h"
 #include "data/field_ids.h"
 #include "list/selection_memory.h"
+#include "list/tap_guard.h"
 #include "res/ids.h"
 #include "ui/application.h"
 #include "ui/resource_text.h"
@@ -53,6 +54,7 @@ INT_PTR CALLBACK DetailView::Procedure(HWND hwnd, UINT message, WPARAM wparam, L
         case WM_CLOSE: return live_->OnCommand(0, IDOK);
         case DB_CEOID_CHANGED: return live_->OnChanged(static_cast<CEOID>(wparam), static_cast<CEOID>(lparam));
         case DB_CEOID_RECORD_DELETED: return live_->OnDeleted(static_cast<CEOID>(wparam), static_cast<CEOID>(lparam));
+        case kBegun: return TakeLostSecondTap(), TRUE;
         case WM_NCDESTROY: DetailPanel::Unregister(); return End(live_);
         default: return IsStoreNotification(message) ? TRUE : FALSE;
     }
@@ -69,7 +71,9 @@ INT_PTR DetailView::OnInitDialog(void* data) {
         return FALSE;
     }
     Load();
+    Show();  // now, not when the queue is empty: presses on the disabled owner are lost, and with them a double tap
     note_.SetFocus();
+    PostMessage(kBegun);
     return FALSE;  // the focus is where it shall be
 }
 

@@ -31,6 +31,9 @@ private:
     static INT_PTR CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) noexcept;
     static DetailView* live_;
 
+    // Private message: the view's loop has begun. No parameters.
+    static constexpr UINT kBegun = WM_APP + 1;
+
     INT_PTR OnInitDialog(void* data);
     INT_PTR OnCommand(WORD code, WORD id);
     INT_PTR OnSize();

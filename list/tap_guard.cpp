@@ -3,6 +3,7 @@
 #include <win.h>
 
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -12,10 +13,22 @@ POINT firstPlace = {};
 void (*tell)() = nullptr;
 bool swallowed = false;  // the press has been taken; its release is still to come
 
+bool IsNearFirst(const POINT& point) {
+    return std::abs(point.x - firstPlace.x) <= GetSystemMetrics(SM_CXDOUBLECLK) &&
+           std::abs(point.y - firstPlace.y) <= GetSystemMetrics(SM_CYDOUBLECLK);
+}
+
 bool IsSecondTap(const MSG& message) {
-    return message.time - firstTime <= GetDoubleClickTime() &&
-           std::abs(message.pt.x - firstPlace.x) <= GetSystemMetrics(SM_CXDOUBLECLK) &&
-           std::abs(message.pt.y - firstPlace.y) <= GetSystemMetrics(SM_CYDOUBLECLK);
+    return message.time - firstTime <= GetDoubleClickTime() && IsNearFirst(message.pt);
+}
+
+// Whether the button was pressed since the last call, whoever got the message.
+bool WasPressed() {
+    return (GetAsyncKeyState(GetSystemMetrics(SM_SWAPBUTTON) ? VK_RBUTTON : VK_LBUTTON) & 1) != 0;
+}
+
+void Tell() {
+    if (tell != nullptr) std::exchange(tell, nullptr)();
 }
 
 void Disarm() {
@@ -46,7 +59,7 @@ LRESULT CALLBACK OnMessageTaken(int code, WPARAM removed, LPARAM lparam) noexcep
                 message.message = WM_NULL;
                 if (removed != PM_REMOVE) break;
                 Disarm();
-                if (tell != nullptr) tell();
+                Tell();
                 break;
             case WM_MOUSEMOVE:
                 if (!swallowed && !IsSecondTap(message)) Disarm();
@@ -65,5 +78,12 @@ void SwallowSecondTap(void (*onSwallowed)()) {
     firstTime = static_cast<DWORD>(GetMessageTime());
     swallowed = false;
     tell = onSwallowed;
+    WasPressed();  // the first tap
     if (hook == nullptr) hook = SetWindowsHookExW(WH_GETMESSAGE, OnMessageTaken, nullptr, GetCurrentThreadId());
+}
+
+void TakeLostSecondTap() {
+    POINT now;
+    if (hook == nullptr || !WasPressed() || !GetCursorPos(&now) || !IsNearFirst(now)) return;
+    Tell();  // the press itself, should it still come, is swallowed as before
 }

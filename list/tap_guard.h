@@ -10,3 +10,7 @@
 // Armed while a tap is handled; taken back by itself after one press, or when the time or the place of a double tap has
 // passed. User-interface thread only.
 void SwallowSecondTap(void (*onSwallowed)());
+
+// For the screen that a guarded tap has opened, once it is there: a second press that came while the screen was being
+// made met a disabled window, and the system dropped it. It counts as the second tap all the same.
+void TakeLostSecondTap();

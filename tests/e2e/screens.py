@@ -5,6 +5,11 @@ from driver import Story, until
 IDOK = 1
 IDM_SHAREDNEW = 10
 IDC_ENTRY_LIST = 101
+IDC_DETAIL_SUBJECT = 124
+IDC_DETAIL_DATE = 125
+IDC_DETAIL_DURATION = 126
+IDC_DETAIL_PANEL = 134
+IDC_DETAIL_NOTE = 135
 IDC_EDITOR_FIELDS = 102
 IDC_EDITOR_BODY = 103
 IDC_EDITOR_TABS = 20100
@@ -23,6 +28,7 @@ IDC_FILTER_CATEGORIES_ONLY = 1023
 IDC_FILTER_STATUS = 1024
 
 MAIN = "Quillon Journal"
+DETAIL = "Journal Entry"  # two screens of one title: show_entry and open_entry tell them apart by their controls
 EDITOR = "Journal Entry"
 FILTER = "Journal Filter..."
 CONFIRM = "Confirm"
@@ -55,11 +61,37 @@ class JournalStory(Story):
         self.display.click(self.bar_button(main, IDM_SHAREDNEW))
         return self.window(EDITOR)
 
+    def row_of(self, main, subject):
+        rows = self.rows(self.control(main, id=IDC_ENTRY_LIST))
+        return next(row for row in rows if row.texts[1] == subject)
+
     def open_entry(self, main, subject):
         """Double taps the entry with that subject; answers the form."""
-        rows = self.rows(self.control(main, id=IDC_ENTRY_LIST))
-        self.display.double_click(next(row for row in rows if row.texts[1] == subject))
-        return self.window(EDITOR)
+        self.display.double_click(self.row_of(main, subject))
+        return self.screen_with(IDC_EDITOR_TABS)
+
+    def show_entry(self, main, subject):
+        """Taps the entry with that subject; answers the detail view."""
+        self.display.click(self.row_of(main, subject))
+        return self.screen_with(IDC_DETAIL_PANEL)
+
+    def screen_with(self, control):
+        """Waits for the topmost window to be the one of an entry that has this control; answers it."""
+        def found():
+            window = self.window(EDITOR)
+            return self.controls(window, id=control) and window
+        return until(found, f"a screen with the control {control}")
+
+    # ---- the detail view ----
+
+    def detail(self, view, control):
+        """What a line of the detail view says."""
+        return self.control(view, id=control).text
+
+    def tap_detail(self, view, control):
+        """Taps a line of the detail view; answers the form that opens."""
+        self.display.click(self.control(view, id=control))
+        return self.screen_with(IDC_EDITOR_TABS)
 
     def seen(self, main):
         """How many entries the list has, and the subjects in sight."""
@@ -127,6 +159,11 @@ class JournalStory(Story):
         until(lambda: status() == text, lambda: f"{text!r} as the status; there is {status()!r}")
 
     # ---- the form ----
+
+    def selected_field(self, form):
+        """The caption of the row that is selected."""
+        rows = self.rows(self.control(form, id=IDC_EDITOR_FIELDS))
+        return next((row.texts[0] for row in rows if row.selected), None)
 
     def values(self, form):
         """What the rows of the form show, by their captions."""

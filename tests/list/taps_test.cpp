@@ -203,6 +203,19 @@ TEST_F(TapGuardTest, LetsALaterPressPass) {
     EXPECT_THAT(TappedWindow::seen, ElementsAre(WM_LBUTTONDOWN, WM_LBUTTONUP));
 }
 
+TEST_F(TapGuardTest, TellsOfAPressThatNobodyGot) {
+    SetDoubleClickTime(5000);
+    window_.Post({kTapped});
+    PumpOnce();
+    TakeLostSecondTap();
+    EXPECT_EQ(TappedWindow::told, 0);
+    mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);  // the window is hidden: on the desktop
+    mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+    TakeLostSecondTap();
+    TakeLostSecondTap();
+    EXPECT_EQ(TappedWindow::told, 1);
+}
+
 TEST_F(TapGuardTest, LeavesTheReleaseOfTheFirstTapAlone) {
     SetDoubleClickTime(5000);
     window_.Post({kTapped, WM_LBUTTONUP, WM_LBUTTONDOWN, WM_LBUTTONUP});
