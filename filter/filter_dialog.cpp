@@ -103,6 +103,7 @@ bool FilterDialog::FillCategories() {
     if (!database.Open(nullptr)) return false;
     loading_ = true;
     categories_.Prepare(0);
+    categories_.SendMessage(WM_SETREDRAW, FALSE);  // the control reckons its scroll bars anew for every row otherwise
     for (CEOID category = database.SeekFirst(); category != 0; category = database.SeekNext()) {
         CEPROPID ids[] = {kPropCategoryName};
         WORD count = 1;
@@ -111,6 +112,7 @@ bool FilterDialog::FillCategories() {
         const DbCItem item(kPropCategoryName, props[0].val.lpwstr, category);
         categories_.Add(props[0].val.lpwstr, filter_.HasCategory(item), static_cast<LPARAM>(category));
     }
+    categories_.SendMessage(WM_SETREDRAW, TRUE);
     loading_ = false;
     return true;
 }
@@ -152,6 +154,7 @@ INT_PTR FilterDialog::OnNotify(const NMHDR& header) {
 
 void FilterDialog::OnListNotify(CheckList& list, const NMHDR& header) {
     switch (header.code) {
+        case NM_SETFOCUS: list.OnFocus(); break;
         case NM_CLICK:
         case NM_DBLCLK: list.OnTap(reinterpret_cast<const NMITEMACTIVATE&>(header)); break;
         case LVN_ITEMCHANGED: {

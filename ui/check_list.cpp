@@ -91,6 +91,11 @@ void CheckList::OnTap(const NMITEMACTIVATE& tap) {
     SetChecked(row, !IsChecked(row));
 }
 
+void CheckList::OnFocus() {
+    constexpr UINT kBoth = LVIS_SELECTED | LVIS_FOCUSED;
+    if (GetNextItem(-1, LVNI_FOCUSED) < 0 && GetItemCount() > 0) SetItemState(0, kBoth, kBoth);
+}
+
 int CheckList::WidestRow() const {
     constexpr int kTextMargin = 12;  // what the control leaves free at both ends of a text
     int widest = 0;

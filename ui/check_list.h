@@ -23,6 +23,8 @@ public:
     static bool IsToggled(const NMLISTVIEW& change);
     // Answers NM_CLICK and NM_DBLCLK: a tap beside the box toggles it; on the box the control does so itself.
     void OnTap(const NMITEMACTIVATE& tap);
+    // Answers NM_SETFOCUS: a list without a focused row would not show that the keys go to it.
+    void OnFocus();
 
     // The width of the column in which every text stands unclipped.
     int WidestRow() const;
