@@ -1,5 +1,6 @@
 #include "tools/journal_tool/rtf.h"
 
+#include <note_text.h>
 #include <win.h>
 
 #include <array>
@@ -10,7 +11,10 @@ std::string MakeRtf(std::wstring_view text) {
     if (text.empty()) return {};
     std::string rtf = "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fnil Tahoma;}}\\uc1\\pard\\f0\\fs20 ";
     rtf.reserve(rtf.size() + text.size() + text.size() / 8);
+    std::wstring shown;  // as the note control answers it
     for (const wchar_t character : text) {
+        if (character == L'\n') shown += L'\r';
+        if (character == L'\n' || character == L'\t' || (character >= 0x20 && character != 0x7F)) shown += character;
         switch (character) {
             case L'\\':
             case L'{':
@@ -29,7 +33,9 @@ std::string MakeRtf(std::wstring_view text) {
                 }
         }
     }
-    return rtf + "\\par\r\n}";
+    rtf += "\\par\r\n}";
+    AddNoteText(&rtf, shown);
+    return rtf;
 }
 
 namespace {
@@ -174,5 +180,8 @@ private:
 }  // namespace
 
 std::wstring TextOfRtf(std::span<const unsigned char> rtf) {
-    return RtfReader(rtf).Read();
+    std::wstring text;
+    if (!GetNoteText({reinterpret_cast<const char*>(rtf.data()), rtf.size()}, &text)) return RtfReader(rtf).Read();
+    std::erase(text, L'\r');
+    return text;
 }
