@@ -54,6 +54,7 @@ private:
     void ClearFilter();
     void EditFilter();
     void SaveFilter();
+    void Export();
     void SortByField(WORD field);
     void SortDescending(bool descending);
     void SetSortOrder(const SORTORDERSPEC& order);

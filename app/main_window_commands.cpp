@@ -5,6 +5,7 @@
 #include "data/db_journal.h"
 #include "data/sort_key.h"
 #include "editor/entry_editor.h"
+#include "export/export_dialog.h"
 #include "filter/filter_dialog.h"
 #include "filter/filter_settings.h"
 #include "filter/registry_filter_store.h"
@@ -53,6 +54,8 @@ void MainWindow::OnCommandId(WORD id) {
         case IDM_SHOW_ALL: ClearFilter(); break;
         case IDM_FILTER: EditFilter(); break;
         case IDM_FILTER_CHANGED: SaveFilter(); break;
+        case IDM_EXPORT:
+        case IDM_EXPORT_SELECTED: Export(); break;
         case IDM_ABOUT: RunAbout(*this); break;
         default: break;
     }
@@ -105,6 +108,12 @@ void MainWindow::SaveFilter() {
     filter_.Save(store);
     list_.ShowTop();
     list_.RefreshList();
+}
+
+// ---- Export ----
+
+void MainWindow::Export() {
+    ExportDialog::Run(*this, journal_, selection_, filter_);
 }
 
 // ---- Sorting ----

@@ -44,8 +44,17 @@ int DbJournal::Initialize(TSList<DbJItem>* fields) {
 unsigned long DbJournal::Read(unsigned long oid, TSList<DbJItem>* fields) {
     fields->RemoveAll();
     Initialize(fields);
-    if (!oid || !SeekToOid(oid)) return 0;
+    return oid && SeekToOid(oid) ? ReadCurrent(oid, fields) : 0;
+}
 
+unsigned long DbJournal::ReadValues(unsigned long oid, TSList<DbJItem>* fields) {
+    for (DbJItem& field : *fields)
+        field.Unset();
+    // The next entry in order is a step away, any other has to be looked for.
+    return oid && (SeekNext() == oid || SeekToOid(oid)) ? ReadCurrent(oid, fields) : 0;
+}
+
+unsigned long DbJournal::ReadCurrent(unsigned long oid, TSList<DbJItem>* fields) {
     CEPROPID ids[std::size(kFieldDefinitions)];
     WORD count = 0;
     for (const FieldDefinition& field : kFieldDefinitions)

@@ -26,6 +26,10 @@ public:
     // it needs no open database.
     unsigned long Read(unsigned long oid, TSList<DbJItem>* fields);
 
+    // The same into a list that Initialize or Read has filled before: only the fields' values change, their flags stay.
+    // Several times as fast where many entries are read one after the other, above all in the journal's order.
+    unsigned long ReadValues(unsigned long oid, TSList<DbJItem>* fields);
+
     // Stores the value of every field in the list: in a new record when the id is 0, else in that one. Answers the
     // record, 0 on failure.
     unsigned long Write(unsigned long oid, TSList<DbJItem>* fields);
@@ -33,4 +37,7 @@ public:
     // Sets the record's flags (3: written by the editor), which are no field of the entry. Answers the record, 0 on
     // failure.
     unsigned long SetFlags(unsigned long oid, unsigned flags);
+
+private:
+    unsigned long ReadCurrent(unsigned long oid, TSList<DbJItem>* fields);
 };

@@ -14,6 +14,16 @@ DbJItem::DbJItem(int id, unsigned long propid, const wchar_t* label, int control
     if (TypeFromPropID(propid) == CEVT_I2) DItemObject::SetShort(kUnset);
 }
 
+void DbJItem::Unset() {
+    CEPROPVAL unset = {};
+    unset.propid = GetPropID();
+    if (TypeFromPropID(unset.propid) == CEVT_I2) unset.val.iVal = kUnset;
+    FromProperty(unset);
+    if (TypeFromPropID(unset.propid) != CEVT_LPWSTR) SetStrValue(nullptr);
+    categories_.RemoveAll();
+    contacts_.RemoveAll();
+}
+
 DbJItem::~DbJItem() = default;
 
 bool DbJItem::operator==(const DbJItem& other) const {

@@ -69,6 +69,9 @@ public:
     TSList<DbAItem>& Contacts() { return contacts_; }
     const TSList<DbAItem>& Contacts() const { return contacts_; }
 
+    // Takes the value back: what the item holds is that of an unset field, without categories and contacts.
+    void Unset();
+
     // Equal when they are the same field (property id) with the same stored value. Label, row, flags and display
     // text do not count.
     bool operator==(const DbJItem& other) const;

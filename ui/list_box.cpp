@@ -30,6 +30,14 @@ void ListBox::SetSelection(int index) {
     SendMessage(LB_SETCURSEL, static_cast<WPARAM>(index));
 }
 
+bool ListBox::IsRowSelected(int index) const {
+    return SendMessage(LB_GETSEL, static_cast<WPARAM>(index)) > 0;
+}
+
+void ListBox::SelectRow(int index, bool selected) {
+    SendMessage(LB_SETSEL, selected, index);
+}
+
 std::wstring ListBox::GetString(int index) const {
     const LRESULT length = SendMessage(LB_GETTEXTLEN, static_cast<WPARAM>(index));
     if (length < 0) return {};

@@ -19,6 +19,9 @@ public:
     int GetSelection() const;
     // -1 selects nothing. No notification comes.
     void SetSelection(int index);
+    // Of a list box of several selections; row -1 selects or deselects all. No notification comes.
+    bool IsRowSelected(int index) const;
+    void SelectRow(int index, bool selected);
     std::wstring GetString(int index) const;
     LPARAM GetItemData(int index) const;
     bool SetItemData(int index, LPARAM data);

@@ -3,6 +3,7 @@
 
 #include "res/ids.h"
 #include "tests/app/app_fixture.h"
+#include "tests/app/fake_export.h"
 
 namespace {
 
@@ -110,11 +111,24 @@ TEST_F(CommandsTest, AProgramClosedUnderTheViewOpensNoEditor) {
 
 TEST_F(CommandsTest, ScreensThatAreNotThereDoNothing) {
     List().SelectEntry(ids_[0]);
-    for (const WORD id : {WORD{40003}, WORD{40015}, WORD{40016}, WORD{107}})
+    for (const WORD id : {WORD{40003}, WORD{40015}})
         Command(id);
     EXPECT_THAT(FakeEditor::opened, IsEmpty());
     EXPECT_EQ(Subjects().size(), 3u);
 }
+
+class ExportCommandTest : public CommandsTest, public testing::WithParamInterface<WORD> {};
+
+TEST_P(ExportCommandTest, OpensTheExportOnTheSelectionAndTheFilter) {
+    FakeExport::opened.clear();
+    Select({2, 0});
+    Command(GetParam());
+    ASSERT_EQ(FakeExport::opened.size(), 1u);
+    EXPECT_EQ(FakeExport::opened[0].selected, selection_.Ids());
+    EXPECT_EQ(FakeExport::opened[0].filter, &filter_);
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, ExportCommandTest, testing::Values(WORD{40016}, WORD{107}));
 
 TEST_F(CommandsTest, ARefreshNotificationRebuildsAndThenHandlesTheCommand) {
     Write({L"late"});
