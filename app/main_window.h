@@ -51,6 +51,7 @@ private:
     void ShowCurrent();
     void EditCurrent();
     void RunEditor(WORD field = 0);
+    void EditOptions();
     void ClearFilter();
     void EditFilter();
     void SaveFilter();

@@ -1,6 +1,7 @@
 // What the main window's commands do.
 #include "app/about.h"
 #include "app/main_window.h"
+#include "app/options_screen.h"
 #include "data/category_uses.h"
 #include "data/db_journal.h"
 #include "data/sort_key.h"
@@ -56,6 +57,7 @@ void MainWindow::OnCommandId(WORD id) {
         case IDM_FILTER_CHANGED: SaveFilter(); break;
         case IDM_EXPORT:
         case IDM_EXPORT_SELECTED: Export(); break;
+        case IDM_OPTIONS: EditOptions(); break;
         case IDM_ABOUT: RunAbout(*this); break;
         default: break;
     }
@@ -84,6 +86,13 @@ void MainWindow::EditCurrent() {
 void MainWindow::RunEditor(WORD field) {
     EntryEditor::Run(*this, journal_, selection_, field);
     if (!IsWindow()) return;  // closed together with the editor
+    list_.RefreshList();
+}
+
+// ---- Options ----
+
+void MainWindow::EditOptions() {
+    OptionsScreen::Run(*this, {});
     list_.RefreshList();
 }
 

@@ -163,6 +163,14 @@
 #define IDS_FILTER_NO_MONTH 20217
 #define IDS_FILTER_NO_CATEGORY 20218
 
+// ---- Options ----
+// Fixed.
+#define IDC_OPTIONS_LIST 102
+// Our own.
+#define IDC_OPTIONS_CHOICES 20900
+#define IDS_PASSWORD_ON 20910
+#define IDS_PASSWORD_OFF 20911
+
 // ---- Password lock ----
 // Fixed; the ids of the keys follow one another: 1 to 9, 0, C.
 #define IDD_PIN_PAD 105

@@ -4,6 +4,7 @@
 #include "res/ids.h"
 #include "tests/app/app_fixture.h"
 #include "tests/app/fake_export.h"
+#include "tests/app/fake_options.h"
 
 namespace {
 
@@ -278,5 +279,16 @@ INSTANTIATE_TEST_SUITE_P(Values, ConfirmDeletesTest,
                          testing::Values(ConfirmCase{L"Yes", true}, ConfirmCase{L"yes", true},
                                          ConfirmCase{L"YES", true}, ConfirmCase{L"No", false}, ConfirmCase{L"", false},
                                          ConfirmCase{L"Yes ", false}));
+
+// ---- Options ----
+
+TEST_F(CommandsTest, OptionsOpensItsScreenAndRefreshesTheList) {
+    FakeOptions::opened = 0;
+    FakeOptions::meanwhile = [this] { Write({L"one"}); };
+    Command(IDM_OPTIONS);
+    FakeOptions::meanwhile = nullptr;
+    EXPECT_EQ(FakeOptions::opened, 1);
+    EXPECT_THAT(Subjects(), testing::Contains(L"one"));
+}
 
 }  // namespace
