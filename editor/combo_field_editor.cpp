@@ -4,6 +4,7 @@
 #include "pickers/quick_subjects.h"
 #include "px.h"
 #include "res/ids.h"
+#include "ui/resource_text.h"
 
 namespace {
 constexpr int kDropHeight = 200;  // logical pixels, the field included
@@ -15,7 +16,8 @@ ComboFieldEditor::ComboFieldEditor(DbJItem& field, const FieldEditorSite& site)
     combo_.CreateIn(site.form, IDC_EDITOR_FIELD, WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL,
                     {0, 0, 0, Px(kDropHeight)});
     combo_.SetFieldHeight(Px(kFieldHeight));
-    combo_.SetText(field.GetStrValue());
+    text_ = field.GetStrValue();
+    combo_.SetText(text_.c_str());
     WatchKeys(combo_.GetHandle(), *site.keys);
     if (combo_.GetEdit()) WatchKeys(combo_.GetEdit(), *site.keys);
     RaiseInOrder({label_.Handle(), combo_.GetHandle()});
@@ -30,26 +32,72 @@ void ComboFieldEditor::Enter() {
 FieldEvent ComboFieldEditor::OnCommand(WORD code) {
     if (!ready_) return FieldEvent::kNone;
     if (code == CBN_EDITCHANGE) {
+        combo_.GetText(text_);
         touched_ = true;
         return FieldEvent::kTouched;
     }
-    if (code != CBN_SELCHANGE || combo_.GetSelection() < 0) return FieldEvent::kNone;
+    const int line = combo_.GetSelection();
+    if (line < 0) return FieldEvent::kNone;
+    if (IsCommandLine(line)) {
+        NotifyCommandLine(code);
+        return FieldEvent::kNone;
+    }
+    if (code != CBN_SELCHANGE) return FieldEvent::kNone;
     // The control brings its edit up to date only after this notification.
-    const std::wstring text = combo_.GetString(combo_.GetSelection());
-    combo_.SetText(text.c_str());
+    text_ = combo_.GetString(line);
+    combo_.SetText(text_.c_str());
     touched_ = true;
-    return OnChosen(text);
+    return OnChosen(text_);
+}
+
+// A tap and the Enter key choose; the arrow keys in an open list only pass over the line, and where the list is closed
+// they open it, so that the lines below can be reached.
+void ComboFieldEditor::NotifyCommandLine(WORD code) {
+    const bool byArrow = GetKeyState(VK_DOWN) < 0 || GetKeyState(VK_UP) < 0;
+    switch (code) {
+        case CBN_SELENDOK:
+            if (combo_.IsDroppedDown()) OnCommandLine(true);
+            break;
+        case CBN_SELCHANGE:
+            if (combo_.IsDroppedDown()) break;
+            if (byArrow) {
+                combo_.DropDown(true);
+            } else {
+                OnCommandLine(true);
+            }
+            break;
+        case CBN_CLOSEUP: OnCommandLine(false); break;
+        default: break;
+    }
+}
+
+void ComboFieldEditor::Refill() {
+    ready_ = false;
+    combo_.Clear();
+    Fill();
+    combo_.SetText(text_.c_str());
+    ready_ = true;
 }
 
 bool ComboFieldEditor::Commit() {
     if (!touched_) return false;
     touched_ = false;
-    std::wstring text;
-    combo_.GetText(text);
-    return CommitEntered(text);
+    return CommitEntered(text_);
 }
 
-SubjectFieldEditor::SubjectFieldEditor(DbJItem& field, const FieldEditorSite& site) : ComboFieldEditor(field, site) {
+SubjectFieldEditor::SubjectFieldEditor(DbJItem& field, const FieldEditorSite& site)
+    : ComboFieldEditor(field, site), editSubjects_(site.editSubjects) {
+    SubjectFieldEditor::Fill();
+}
+
+void SubjectFieldEditor::Renew() {
+    Refill();
+    if (GetFocus() != Combo().GetHandle() && GetFocus() != Combo().GetEdit()) return;
+    Enter();
+}
+
+void SubjectFieldEditor::Fill() {
+    Combo().AddString(LoadText(IDS_EDIT_QUICK_SUBJECTS).c_str());
     for (const std::wstring& subject : QuickSubjects())
         Combo().AddString(subject.c_str());
 }
@@ -63,6 +111,10 @@ FieldEvent SubjectFieldEditor::OnChosen(const std::wstring&) {
 }
 
 DurationFieldEditor::DurationFieldEditor(DbJItem& field, const FieldEditorSite& site) : ComboFieldEditor(field, site) {
+    DurationFieldEditor::Fill();
+}
+
+void DurationFieldEditor::Fill() {
     for (const wchar_t* preset : DurationPresets())
         Combo().AddString(preset);
 }

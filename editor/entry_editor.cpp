@@ -53,6 +53,8 @@ INT_PTR CALLBACK EntryEditor::Procedure(HWND hwnd, UINT message, WPARAM wparam, 
             return TRUE;
         case kEnterEditor: return live_->EnterEditor(), TRUE;
         case kGoToPage: return live_->GoToPage(static_cast<Page>(wparam)), TRUE;
+        case kOpenPicker: return live_->OpenPicker(static_cast<CEPROPID>(wparam)), TRUE;
+        case kEditSubjects: return live_->EditSubjects(wparam != 0), TRUE;
         case WM_NCDESTROY: return End(live_);
         default: return FALSE;
     }
@@ -68,7 +70,8 @@ INT_PTR EntryEditor::OnInitDialog(void* record) {
         WatchKeys(control, *this);
     list_.SetFocus();
     list_.Select(StartRow());
-    PostMessage(kEnterEditor);
+    // A picker does not open over a form that nobody has seen yet.
+    if (!editor_ || editor_->IsInPlace() || editor_->Field().GetPropID() == kPropBody) PostMessage(kEnterEditor);
     return FALSE;  // the focus is where it shall be
 }
 
@@ -186,6 +189,7 @@ void EntryEditor::FinishOpen() {
 void EntryEditor::Finish() {
     if (closing_) return;
     closing_ = true;
+    TakePicked();
     if (modified_) {
         TakeEntered();
         WriteEntry();

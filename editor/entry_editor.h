@@ -4,6 +4,7 @@
 #include <win.h>
 
 #include <memory>
+#include <vector>
 
 #include "editor/entry_form.h"
 #include "editor/field_editor.h"
@@ -42,6 +43,8 @@ private:
     enum : UINT {
         kEnterEditor = WM_APP + 1,  // go into the open editor, once the list has done with the tap that opened it
         kGoToPage,                  // wParam: the Page; once the editor that asks for it is out of the way
+        kOpenPicker,                // wParam: the property id of the field to pick for; once the tap is done with
+        kEditSubjects,              // wParam: whether to open the quick subjects before the editor is renewed
     };
 
     explicit EntryEditor(DbJournal& journal) : EntryForm(journal) {}
@@ -73,6 +76,9 @@ private:
     void TakeEntered();
     // Stores the entry, its flags and what its categories are used.
     void WriteEntry();
+    void OpenPicker(CEPROPID propid);
+    void TakePicked();
+    void EditSubjects(bool open);
     void MoveRow(int step);
     bool WantsKey(HWND control, UINT key) const override;
     void OnKey(HWND control, UINT key) override;
@@ -91,6 +97,8 @@ private:
     bool StoreBody();
     void ShowLimitReached();
 
+    DbJItem* picking_ = nullptr;           // the field that a picker is open for
+    std::vector<BYTE> pickedBefore_;       // what its categories or contacts were as bytes when the picker opened
     std::unique_ptr<FieldEditor> editor_;  // of the current field; null when none is open
     bool bodyChanged_ = false;             // since it was loaded
     bool closing_ = false;                 // OK is at work

@@ -1,6 +1,12 @@
 // The entry editor's rows: which editor is open, when its value is taken, and the keys that move between rows.
+#include "data/category_blob.h"
+#include "data/contact_blob.h"
 #include "data/field_ids.h"
+#include "data/field_text.h"
 #include "editor/entry_editor.h"
+#include "pickers/category_picker.h"
+#include "pickers/contact_picker.h"
+#include "pickers/quick_subjects_screen.h"
 #include "res/ids.h"
 
 namespace {
@@ -19,6 +25,15 @@ bool IsDroppedDown(HWND control, HWND form) {
 // A line of text, where up and down mean nothing.
 bool IsPlainEdit(HWND control, HWND form) {
     return GetParent(control) == form && (SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0;
+}
+
+// The categories or contacts that a field holds now, as they are stored.
+std::vector<BYTE> ItemBytes(const DbJItem& field) {
+    if (field.GetPropID() == kPropContacts) return MakeContactBlob(field.Contacts());
+    std::vector<CEOID> ids;
+    for (const DbCItem& category : field.Categories())
+        ids.push_back(category.GetOid());
+    return MakeCategoryBlob(ids);
 }
 
 }  // namespace
@@ -41,8 +56,13 @@ void EntryEditor::OpenEditor(int row) {
     site.form = GetHandle();
     site.keys = this;
     site.launch = [this](DbJItem& launched) {
-        if (launched.GetPropID() == kPropBody) PostMessage(kGoToPage, kNotePage);
+        if (launched.GetPropID() == kPropBody) {
+            PostMessage(kGoToPage, kNotePage);
+        } else {
+            PostMessage(kOpenPicker, launched.GetPropID());
+        }
     };
+    site.editSubjects = [this](bool open) { PostMessage(kEditSubjects, open); };
     editor_ = MakeFieldEditor(*field, site);
     PlaceEditor();
 }
@@ -88,6 +108,39 @@ void EntryEditor::TakeEntered() {
     if (!editor_ || !editor_->Commit()) return;
     modified_ = true;
     ShowField(editor_->Field());
+}
+
+void EntryEditor::OpenPicker(CEPROPID propid) {
+    DbJItem* field = FindFieldByPropID(fields_, propid);
+    if (!field || picking_ || closing_) return;  // a double tap asks twice
+    picking_ = field;
+    pickedBefore_ = ItemBytes(*field);
+    if (propid == kPropCategories) {
+        CategoryPicker::Run(GetHandle(), field->Categories());
+    } else if (propid == kPropContacts) {
+        ContactPicker::Run(GetHandle(), field->GetLabel(), field->Contacts(), OfferedContacts());
+    }
+    TakePicked();
+}
+
+// The field's bytes stay what they were unless something else was picked: they may say more than can be shown.
+void EntryEditor::TakePicked() {
+    if (!picking_) return;
+    DbJItem& field = *picking_;
+    picking_ = nullptr;
+    std::vector<BYTE> bytes = ItemBytes(field);
+    if (bytes != pickedBefore_) {
+        const CEBLOB blob = {static_cast<DWORD>(bytes.size()), bytes.data()};
+        field.SetBlob(&blob);
+        modified_ = true;
+    }
+    field.SetStrValue(FieldText(field).c_str());  // categories may have been renamed
+    ShowField(field);
+}
+
+void EntryEditor::EditSubjects(bool open) {
+    if (open && !closing_) QuickSubjectsScreen::Run(GetHandle());
+    if (editor_) editor_->Renew();
 }
 
 void EntryEditor::MoveRow(int step) {

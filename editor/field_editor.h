@@ -36,6 +36,8 @@ public:
     // Notifications of the editor's controls: the code of WM_COMMAND, or WM_NOTIFY's header.
     virtual FieldEvent OnCommand(WORD) { return FieldEvent::kNone; }
     virtual FieldEvent OnNotify(const NMHDR&) { return FieldEvent::kNone; }
+    // What the editor offers was edited elsewhere, or its edit shows what is no value: it shows both anew.
+    virtual void Renew() {}
     // Gives the field what the editor holds. An editor that was not touched changes nothing. Answers whether the value
     // is another one now.
     virtual bool Commit() = 0;
@@ -49,6 +51,8 @@ struct FieldEditorSite {
     HWND form = nullptr;                   // parent of the controls
     KeyListener* keys = nullptr;           // watches them
     std::function<void(DbJItem&)> launch;  // opens what a launcher field is chosen in; must not destroy the editor
+    // Once the control is done with its message: opens the quick subjects, or does not, then has the editor renewed.
+    std::function<void(bool open)> editSubjects;
 };
 
 // The editor for the field's control type; null for a type that cannot be edited, or when the controls cannot be made.

@@ -257,6 +257,41 @@ _##########_
 ____________
 """
 
+# Before each contact: white is transparent.
+UNCHECKED = """
+______________
+______________
+__gggggggggg__
+__g________g__
+__g________g__
+__g________g__
+__g________g__
+__g________g__
+__g________g__
+__g________g__
+__g________g__
+__gggggggggg__
+______________
+______________
+"""
+
+CHECKED = """
+______________
+______________
+__gggggggggg__
+__g________g__
+__g______b_g__
+__g_____bb_g__
+__gb___bbb_g__
+__gbb_bbb__g__
+__gbbbbb___g__
+__g_bbb____g__
+__g__b_____g__
+__gggggggggg__
+______________
+______________
+"""
+
 # Menu background: a paper tone with a faint weave.
 WEAVE = [[(0xF7, 0xF5, 0xEF) if (x + y) % 4 else (0xF0, 0xED, 0xE4) for x in range(8)] for y in range(8)]
 
@@ -376,6 +411,7 @@ def main():
     write_bmp(folder / "sensitivities.bmp", strip(OPEN_PAGE, PERSON, KEY, LOCK))
     write_bmp(folder / "drop_arrow.bmp", pixels(ARROW))
     write_bmp(folder / "check.bmp", pixels(CHECK))
+    write_bmp(folder / "contact_checks.bmp", strip(UNCHECKED, CHECKED))
     write_bmp(folder / "menu_weave.bmp", WEAVE)
     write_ico(folder / "journal.ico", (16, 32, 48))
 

@@ -72,6 +72,10 @@ protected:
     template <class Screen>
     static INT_PTR Begin(HWND hwnd, LPARAM lparam, Screen*& live);
 
+    // The same for a dialog that is a panel in another one: the shell has nothing to do with it.
+    template <class Screen>
+    static INT_PTR BeginPanel(HWND hwnd, LPARAM lparam, Screen*& live);
+
     // The end every dialog shares, at WM_NCDESTROY: forgets the handle and the live object.
     template <class Screen>
     static INT_PTR End(Screen*& live);
@@ -110,6 +114,16 @@ INT_PTR Dialog::Begin(HWND hwnd, LPARAM lparam, Screen*& live) {
     live = static_cast<Screen*>(&dialog);
     dialog.Attach(hwnd);
     dialog.InitDialog(kInitFlags);
+    return dialog.OnInitDialog(params->data);
+}
+
+template <class Screen>
+INT_PTR Dialog::BeginPanel(HWND hwnd, LPARAM lparam, Screen*& live) {
+    assert(live == nullptr);
+    const auto* params = reinterpret_cast<const DialogParams*>(lparam);
+    Dialog& dialog = *params->dialog;
+    live = static_cast<Screen*>(&dialog);
+    dialog.Attach(hwnd);
     return dialog.OnInitDialog(params->data);
 }
 

@@ -315,9 +315,12 @@ TEST_F(EntryFieldsTest, TheSubjectsListOffersTheQuickSubjects) {
     application_.WriteString(L"Options", L"subj0", L"Stand-up");
     application_.WriteString(L"Options", L"subj1", std::wstring(120, L'x'));
     const CEOID id = Edit(AddLunch(), [&] {
-        ASSERT_EQ(SendMessageW(Editor(), CB_GETCOUNT, 0, 0), 2);
-        EXPECT_EQ(SendMessageW(Editor(), CB_GETLBTEXTLEN, 1, 0), 99);
-        ChooseItem(Editor(), 0);
+        ASSERT_EQ(SendMessageW(Editor(), CB_GETCOUNT, 0, 0), 3);
+        wchar_t first[100] = L"";
+        SendMessageW(Editor(), CB_GETLBTEXT, 0, reinterpret_cast<LPARAM>(first));
+        EXPECT_STREQ(first, L"<Edit Quick Subjects>");
+        EXPECT_EQ(SendMessageW(Editor(), CB_GETLBTEXTLEN, 2, 0), 99);
+        ChooseItem(Editor(), 1);
     });
     EXPECT_EQ(StoredText(id, kPropSubject), L"Stand-up");
 }
