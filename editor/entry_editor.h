@@ -101,5 +101,6 @@ private:
     std::vector<BYTE> pickedBefore_;       // what its categories or contacts were as bytes when the picker opened
     std::unique_ptr<FieldEditor> editor_;  // of the current field; null when none is open
     bool bodyChanged_ = false;             // since it was loaded
+    bool editingSubjects_ = false;         // their screen is open
     bool closing_ = false;                 // OK is at work
 };

@@ -139,7 +139,10 @@ void EntryEditor::TakePicked() {
 }
 
 void EntryEditor::EditSubjects(bool open) {
-    if (open && !closing_) QuickSubjectsScreen::Run(GetHandle());
+    if (editingSubjects_ || closing_) return;  // a tap on the list asks more than once
+    editingSubjects_ = true;
+    if (open) QuickSubjectsScreen::Run(GetHandle());
+    editingSubjects_ = false;
     if (editor_) editor_->Renew();
 }
 
