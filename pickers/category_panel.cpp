@@ -17,24 +17,26 @@ std::wstring Trimmed(const std::wstring& text) {
 
 }  // namespace
 
-std::vector<DbCItem> VisibleCategories(DbCats& database) {
-    std::vector<DbCItem> categories;
-    for (CEOID category = database.SeekFirst(); category; category = database.SeekNext()) {
-        CEPROPID ids[] = {kPropCategoryName, kPropCategoryVisible};
-        WORD count = static_cast<WORD>(std::size(ids));
-        RecordBuffer record;
-        if (!database.ReadRecordProps(&count, ids, record.Put()) || !record.Has(0)) continue;
-        if (record.Has(1) && record[1].val.iVal == 0) continue;
-        categories.emplace_back(kPropCategoryName, record[0].val.lpwstr, category);
-    }
-    return categories;
-}
-
 CategoryPanel::CategoryPanel(DbCats& database, std::function<void()> changed)
     : ListPanel(kMaxName), database_(database), changed_(std::move(changed)) {}
 
+const std::vector<DbCItem>& CategoryPanel::Categories() {
+    if (read_) return categories_;
+    read_ = true;
+    categories_.clear();
+    for (CEOID category = database_.SeekFirst(); category; category = database_.SeekNext()) {
+        CEPROPID ids[] = {kPropCategoryName, kPropCategoryVisible};
+        WORD count = static_cast<WORD>(std::size(ids));
+        RecordBuffer record;
+        if (!database_.ReadRecordProps(&count, ids, record.Put()) || !record.Has(0)) continue;
+        if (record.Has(1) && record[1].val.iVal == 0) continue;
+        categories_.emplace_back(kPropCategoryName, record[0].val.lpwstr, category);
+    }
+    return categories_;
+}
+
 void CategoryPanel::Fill() {
-    for (const DbCItem& category : VisibleCategories(database_)) {
+    for (const DbCItem& category : Categories()) {
         List().SetItemData(List().AddString(category.GetStrValue()), static_cast<LPARAM>(category.GetOid()));
     }
 }
@@ -70,6 +72,8 @@ bool CategoryPanel::IsTaken(CEOID except, const std::wstring& name) {
 }
 
 bool CategoryPanel::Changed(bool done) {
-    if (done) changed_();
-    return done;
+    if (!done) return false;
+    read_ = false;
+    changed_();
+    return true;
 }

@@ -7,15 +7,16 @@
 #include "data/db_cats.h"
 #include "pickers/list_panel.h"
 
-// Every visible category with its record, in the database's order. Moves the current position.
-std::vector<DbCItem> VisibleCategories(DbCats& database);
-
 // Blanks around a name do not count, and a name that is nothing but blanks is none. A name that a visible category has
 // already is not given again: that category is selected instead. Deleting a category that is in use hides it.
 class CategoryPanel : public ListPanel {
 public:
     // The database is open as long as the panel lives; `changed` is called after each change.
     CategoryPanel(DbCats& database, std::function<void()> changed);
+
+    // Every visible category with its record, in the database's order. They are read when they are asked for the first
+    // time and after each change; the reference is good until then. Reading moves the database's current position.
+    const std::vector<DbCItem>& Categories();
 
 private:
     void Fill() override;
@@ -28,4 +29,6 @@ private:
 
     DbCats& database_;
     std::function<void()> changed_;
+    std::vector<DbCItem> categories_;
+    bool read_ = false;  // categories_ is what the database holds
 };

@@ -68,7 +68,7 @@ void CategoryPicker::FillList() {
     stale_ = false;
     list_.SendMessage(WM_SETREDRAW, FALSE);
     list_.DeleteAllItems();
-    for (const DbCItem& category : VisibleCategories(database_))
+    for (const DbCItem& category : panel_.Categories())
         list_.Add(category.GetStrValue(), IsHeld(category), static_cast<LPARAM>(category.GetOid()));
     list_.SetItemState(0, LVIS_FOCUSED | LVIS_SELECTED, LVIS_FOCUSED | LVIS_SELECTED);
     list_.SendMessage(WM_SETREDRAW, TRUE);

@@ -149,7 +149,7 @@ TEST_F(ContactPickerTest, WithoutContactsItSaysSo) {
         EXPECT_FALSE(IsWindowVisible(List()));
         wchar_t text[200] = L"";
         GetWindowTextW(Item(IDC_NO_CONTACTS), text, 200);
-        EXPECT_STREQ(text, L"No contacts.\nPeople who are kept in Contacts can be chosen here.");
+        EXPECT_STREQ(text, L"No contacts.\nPeople in Contacts can be chosen here.");
         EXPECT_TRUE(IsWindowVisible(Item(IDC_NO_CONTACTS)));
         ExpectNothingClipped();
     });
