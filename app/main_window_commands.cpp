@@ -179,8 +179,10 @@ void MainWindow::DeleteSelected() {
     const std::vector<CEOID> doomed = selection_.Ids();
     CategoryUses uses;
     for (const CEOID id : doomed) {
-        const std::vector<CEOID> categories = ReadEntryCategories(journal_, id);
-        if (journal_.DeleteRecord(id)) uses.Release(categories);
+        if (journal_.SeekToOid(id) != 0) {  // another program may have deleted it
+            const std::vector<CEOID> categories = ReadEntryCategories(journal_, id);
+            if (journal_.DeleteRecord(id)) uses.Release(categories);
+        }
         selection_.Remove(id);
     }
     uses.Store();

@@ -3,6 +3,7 @@
 #include <storebatch.h>
 
 #include "tests/data/categories_fixture.h"
+#include "tests/support/other_program.h"
 #include "tests/support/pump.h"
 
 namespace {
@@ -10,25 +11,7 @@ namespace {
 class SharedCategoriesTest : public CategoriesTest {
 protected:
     // Lets another process do one thing (see categories_helper.cpp); answers its result.
-    static DWORD OtherProgram(const std::wstring& what) {
-        wchar_t path[MAX_PATH] = {};
-        GetModuleFileNameW(nullptr, path, MAX_PATH);
-        const std::wstring folder(path, std::wstring(path).find_last_of(L'\\') + 1);
-        std::wstring line = L"\"" + folder + L"categories_helper.exe\" " + what;
-        STARTUPINFOW start{};
-        start.cb = sizeof start;
-        PROCESS_INFORMATION process{};
-        if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process)) {
-            ADD_FAILURE() << "error " << GetLastError();
-            return 0;
-        }
-        EXPECT_EQ(WaitForSingleObject(process.hProcess, 30'000), WAIT_OBJECT_0);
-        DWORD result = 0;
-        GetExitCodeProcess(process.hProcess, &result);
-        CloseHandle(process.hThread);
-        CloseHandle(process.hProcess);
-        return result;
-    }
+    static DWORD OtherProgram(const std::wstring& what) { return RunOtherProgram(L"categories_helper.exe", what); }
     static DWORD OtherProgram(const std::wstring& verb, CEOID category, const std::wstring& rest = {}) {
         return OtherProgram(verb + L" " + std::to_wstring(category) + (rest.empty() ? L"" : L" " + rest));
     }

@@ -145,6 +145,46 @@ TEST_F(ButtonBarTest, ChoosingNothingNamesTheStoresOwnSortField) {
     EXPECT_EQ(StoredSortBy(), 102);
 }
 
+// ---- What stands in the settings may be anything ----
+
+struct StoredCase {
+    const char* name;
+    DWORD type;
+    std::vector<BYTE> bytes;
+    bool reported;  // by every read: it is longer than a number
+};
+
+class OddSortByTest : public ButtonBarTest, public testing::WithParamInterface<StoredCase> {};
+
+TEST_P(OddSortByTest, IsReadAsTheDefaultAndReplacedByAChoice) {
+    StoreSortBy(107);
+    HKEY key = nullptr;
+    ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\Talvern\\Journal\\Options", 0, KEY_SET_VALUE, &key),
+              ERROR_SUCCESS);
+    const std::vector<BYTE>& bytes = GetParam().bytes;
+    ASSERT_EQ(RegSetValueExW(key, L"SortBy", 0, GetParam().type, bytes.data(), static_cast<DWORD>(bytes.size())),
+              ERROR_SUCCESS);
+    RegCloseKey(key);
+    for (int read = 0; read < 2 && GetParam().reported; ++read)
+        boxes_.Expect(L"Error", MessageBoxes::SystemText(ERROR_MORE_DATA));
+    bar_.SetSortText();
+    EXPECT_EQ(bar_.GetButtonText(111), L"Start");
+    EXPECT_EQ(ItemsOf(bar_.MakeSortMenu()).size(), 11u);
+    bar_.OnSortChoice(102);
+    EXPECT_EQ(StoredSortBy(), 102);
+    EXPECT_EQ(bar_.GetButtonText(111), L"Subject");
+}
+
+INSTANTIATE_TEST_SUITE_P(Values, OddSortByTest,
+                         testing::Values(StoredCase{"Text", REG_SZ, {'1', 0, '0', 0, '7', 0, 0, 0}, true},
+                                         StoredCase{"TextWithoutEnd", REG_SZ, {'7'}, false},
+                                         StoredCase{"TooShort", REG_DWORD, {107, 0}, false},
+                                         StoredCase{"Nothing", REG_DWORD, {}, false},
+                                         StoredCase{"TooLong", REG_BINARY, std::vector<BYTE>(1000, 0x6B), true},
+                                         StoredCase{"AllBits", REG_DWORD, {0xFF, 0xFF, 0xFF, 0xFF}, false},
+                                         StoredCase{"NoField", REG_DWORD, {200, 0, 0, 0}, false}),
+                         [](const auto& param) { return std::string(param.param.name); });
+
 struct SortTextCase {
     int32_t stored;
     const wchar_t* text;

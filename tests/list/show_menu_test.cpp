@@ -1,4 +1,6 @@
 // The "Show" button's menu: the categories that entries use, and what choosing one does.
+#include <storebatch.h>
+
 #include "data/db_cats.h"
 #include "list/button_bar.h"
 #include "res/ids.h"
@@ -93,6 +95,35 @@ TEST_F(ShowMenuTest, ListsTheFirstEight) {
     EXPECT_EQ(items[0], (Item{700, L"0a", false}));
     EXPECT_EQ(items[7], (Item{707, L"0h", false}));
     EXPECT_EQ(items[8], kSeparator);
+}
+
+TEST_F(ShowMenuTest, WithoutAnyCategoryHoldsAllAndMore) {
+    DbCats categories;
+    ASSERT_TRUE(categories.Open(nullptr));
+    while (const CEOID id = categories.SeekFirst())
+        ASSERT_TRUE(categories.DeleteRecord(id));
+    EXPECT_THAT(Items(), ElementsAre(kAll, kSeparator, kMore));
+}
+
+TEST_F(ShowMenuTest, OfFiveThousandCategoriesListsTheFirstEightThatAreUsed) {
+    DbCats categories;
+    ASSERT_TRUE(categories.Open(nullptr));
+    ASSERT_TRUE(CeBeginBatch());
+    for (int i = 0; i < 5000; ++i) {
+        wchar_t name[20];
+        wsprintfW(name, L"0 %04d", i);
+        CEPROPVAL values[2] = {};
+        values[0].propid = kPropCategoryName;
+        values[0].val.lpwstr = name;
+        values[1].propid = kPropCategoryJournalUses;
+        values[1].val.iVal = i >= 4500 ? 1 : 0;
+        ASSERT_NE(categories.WriteRecordProps(0, 2, values), 0u);
+    }
+    ASSERT_TRUE(CeCommitBatch());
+    const std::vector<Item> items = Items();
+    ASSERT_EQ(items.size(), 12u);
+    EXPECT_EQ(items[0], (Item{700, L"0 4500", false}));
+    EXPECT_EQ(items[7], (Item{707, L"0 4507", false}));
 }
 
 TEST_F(ShowMenuTest, AnItemCarriesItsCategory) {

@@ -73,6 +73,14 @@ MessageBoxes::~MessageBoxes() {
     }
 }
 
+std::wstring MessageBoxes::SystemText(DWORD error) {
+    wchar_t text[300] = L"";
+    FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0, text, 300, nullptr);
+    std::wstring shown = text;
+    shown.erase(shown.find_last_not_of(L"\r\n ") + 1);
+    return shown;
+}
+
 void MessageBoxes::Expect(std::wstring title, std::wstring text, int answer) {
     expected_.push_back({std::move(title), std::move(text), answer});
 }

@@ -28,6 +28,9 @@ public:
     // The next box will carry this title and text; `answer` (IDOK, IDYES, IDNO...) is pressed in it.
     void Expect(std::wstring title, std::wstring text, int answer = IDOK);
 
+    // The system's text of an error code, as a box shows it.
+    static std::wstring SystemText(DWORD error);
+
     // The boxes that came, in order.
     const std::vector<SeenBox>& Seen() const { return seen_; }
 
