@@ -46,6 +46,9 @@ private:
     void CategoryMatch();
     void ShowMenu();
 
+    // bench_selection.cpp
+    void Selection();
+
     void StartUp();
 
     Report& report_;

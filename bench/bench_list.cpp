@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/bare_list.h"
 #include "bench/bench.h"
 #include "data/field_ids.h"
 #include "list/button_bar.h"
@@ -12,26 +13,6 @@
 #include "list/store_rows.h"
 
 namespace {
-
-HWND MakeFrame() {
-    return CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 240, 320, nullptr, nullptr,
-                           nullptr, nullptr);
-}
-
-// A list view of the system's own that looks like the journal's: what it takes depends on how many rows it shows.
-HWND MakeBareList(HWND parent, const ListView& like) {
-    const HWND list =
-        CreateWindowExW(0, WC_LISTVIEWW, L"", like.GetStyle(), 0, 0, 240, 294, parent, nullptr, nullptr, nullptr);
-    ::SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, like.SendMessage(LVM_GETEXTENDEDLISTVIEWSTYLE));
-    ::SendMessageW(list, LVM_SETIMAGELIST, LVSIL_SMALL, like.SendMessage(LVM_GETIMAGELIST, LVSIL_SMALL));
-    for (int i = 0; i < like.GetColumnCount(); ++i) {
-        LVCOLUMNW column = {};
-        column.mask = LVCF_WIDTH;
-        column.cx = like.GetColumnWidth(i);
-        ::SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&column));
-    }
-    return list;
-}
 
 DateTime TimeAt(ULONGLONG ticks) {
     return DateTime(FILETIME{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)});

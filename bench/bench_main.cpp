@@ -11,6 +11,12 @@
 //   refresh by months                          by four months             and the bare list view
 //   refresh by category                        by two categories
 //   count by ...        what these three ask of the store               the scan
+//   select all          every row, and every entry remembered            a bare list view
+//   refresh, all selected                                                a bare list view, as many rows selected
+//   select entry 0      nothing selected any more, after one row         a bare list view
+//   refresh, one forgotten  one row selected, no current entry           a bare list view, emptied and filled
+//   scroll a page       on the real control, drawn                       a bare list view with ready texts
+//   scroll by ...       the same, filtered                               the same
 //   category match      the filter asked for every entry, in memory     a loop that compares ids
 //   first page          thirty rows through the list's cache            one statement with LIMIT 30
 //   jump to middle      the same from half way                          the same by start >= ?
@@ -44,6 +50,7 @@ void Bench::Run() {
     OpenStore();
     Require(journal_.Open(nullptr) != 0, "opening the journal");
     RefreshList();
+    Selection();
     CategoryMatch();
     Pages();
     ShowMenu();
