@@ -182,10 +182,11 @@ class Story(unittest.TestCase):
         return self.peek.elements("windows")
 
     def window(self, title):
-        """Waits for the window with that title to be on top and to take input."""
+        """Waits for the window with that title to be on top, to take input and to have the keys."""
         def found():
             windows = self.windows()
-            return windows and windows[0].text == title and windows[0].enabled and windows[0]
+            return (windows and windows[0].text == title and windows[0].enabled
+                    and self.display.active_window() == title and windows[0])
         return until(found, lambda: f'the window "{title}"; there are {[w.text for w in self.windows()]}')
 
     def controls(self, window, *, id=None, cls=None, visible=True):

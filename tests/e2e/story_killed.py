@@ -46,10 +46,10 @@ class Killed(JournalStory):
         self.display.key("Home", "shift+End")
         until(lambda: self.page(self.control(window, id=IDC_ENTRY_LIST)).rows[-1].selected, "all to be selected")
         log = self.store.with_name(self.store.name + "-wal")
-        size = lambda: log.stat().st_size if log.exists() else 0
-        before = size()
+        written = lambda: log.stat().st_mtime_ns if log.exists() else 0  # its size stays when it is begun anew
+        before = written()
         self.from_context_menu(window, 1, COPY)
-        until(lambda: size() != before, "the first copies to be written")
+        until(lambda: written() != before, "the first copies to be written")
         self.kill(journal)
 
         mended = self.tool("check")
