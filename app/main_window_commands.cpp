@@ -11,6 +11,8 @@
 #include "filter/filter_settings.h"
 #include "filter/registry_filter_store.h"
 #include "list/detail_view.h"
+#include "pickers/category_picker.h"
+#include "pickers/quick_subjects_screen.h"
 #include "res/ids.h"
 #include "ui/application.h"
 #include "ui/resource_text.h"
@@ -92,7 +94,11 @@ void MainWindow::RunEditor(WORD field) {
 // ---- Options ----
 
 void MainWindow::EditOptions() {
-    OptionsScreen::Run(*this, {});
+    const OptionLaunchers launchers{
+        .subjects = [](HWND owner) { QuickSubjectsScreen::Run(owner); },
+        .categories = [](HWND owner) { CategoryPicker::RunEditor(owner); },
+    };
+    OptionsScreen::Run(*this, launchers);
     list_.RefreshList();
 }
 
