@@ -1,5 +1,7 @@
 #include "bench/sample_entries.h"
 
+#include <note_text.h>
+
 #include <iterator>
 
 namespace {
@@ -26,6 +28,17 @@ std::wstring Words(unsigned number, unsigned salt, size_t length) {
     return text;
 }
 
+// A note as the note control writes it; the words are ASCII and have nothing to escape.
+std::string Note(const std::wstring& text) {
+    std::string note =
+        "{\\rtf1\\ansi\\deff0{\\fonttbl{\\f0\\fnil\\fcharset0 Tahoma;}}\\viewkind4\\uc1\\pard\\f0\\fs18 ";
+    for (const wchar_t c : text)
+        note += static_cast<char>(c);
+    note += "\\par\r\n}";
+    AddNoteText(&note, text);
+    return note;
+}
+
 FILETIME Ticks(unsigned long long ticks) {
     return {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
 }
@@ -49,7 +62,6 @@ SampleEntry MakeSampleEntry(unsigned number) {
     entry.duration = Ticks(Mix(number, 5) % 600 * kMinute);
     for (unsigned i = 0; i < Mix(number, 6) % 3; ++i)
         entry.categories.push_back(2 + Mix(number, 7 + i) % 12);
-    const std::wstring body = Words(number, 1000, 600);
-    entry.body.assign(reinterpret_cast<const char*>(body.data()), body.size() * sizeof(wchar_t));
+    entry.body = Note(Words(number, 1000, 600));
     return entry;
 }

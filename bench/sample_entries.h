@@ -13,7 +13,7 @@ struct SampleEntry {
     short type, priority, sensitivity;
     FILETIME duration;
     std::vector<DWORD> categories;
-    std::string body;  // about 600 characters, 1200 bytes
+    std::string body;  // a note of 600 characters, about 1300 bytes
 };
 
 // Entry `number` of ten years of them. Numbers and entries go together for ever: the generator is our own.
