@@ -41,14 +41,14 @@ void DrawItemText(const DRAWITEMSTRUCT& item, const std::wstring& text) {
 
 ContextMenu::ContextMenu() : menu_(CreatePopupMenu()), font_(MakeFont(L"Tahoma", -13, FW_BOLD)) {
     check_.reset(LoadBitmapW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDB_CHECK)));
-    Append(0, IDM_COPY_ENTRIES, 0, IDS_COPY);
-    Append(1, IDM_DELETE_ENTRIES, 0, IDS_DELETE);
-    Append(2, IDM_EXPORT_SELECTED, MF_GRAYED, IDS_EXPORT_SELECTED);  // no export screen yet
+    Append(0, IDM_COPY_ENTRIES, IDS_COPY);
+    Append(1, IDM_DELETE_ENTRIES, IDS_DELETE);
+    Append(2, IDM_EXPORT_SELECTED, IDS_EXPORT_SELECTED);
 }
 
-void ContextMenu::Append(size_t index, UINT id, UINT flags, UINT text) {
+void ContextMenu::Append(size_t index, UINT id, UINT text) {
     texts_[index] = LoadText(text);
-    AppendMenuW(menu_.get(), MF_OWNERDRAW | flags, id, reinterpret_cast<const wchar_t*>(&texts_[index]));
+    AppendMenuW(menu_.get(), MF_OWNERDRAW, id, reinterpret_cast<const wchar_t*>(&texts_[index]));
 }
 
 UINT ContextMenu::Alignment(const RECT& client, POINT point) {

@@ -28,7 +28,7 @@ public:
     LRESULT Draw(const DRAWITEMSTRUCT& item, HBRUSH paper) const;
 
 private:
-    void Append(size_t index, UINT id, UINT flags, UINT text);
+    void Append(size_t index, UINT id, UINT text);
 
     std::array<std::wstring, 3> texts_;  // the items' data point at them
     UniqueMenu menu_;
