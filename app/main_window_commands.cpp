@@ -99,6 +99,7 @@ void MainWindow::EditOptions() {
         .categories = [](HWND owner) { CategoryPicker::RunEditor(owner); },
     };
     OptionsScreen::Run(*this, launchers);
+    if (!IsWindow()) return;  // closed together with the screen
     list_.RefreshList();
 }
 
@@ -114,6 +115,7 @@ void MainWindow::ClearFilter() {
 
 void MainWindow::EditFilter() {
     FilterDialog::Run(*this, journal_, filter_);
+    if (!IsWindow()) return;  // closed together with the dialog
     list_.RefreshList();
     bar_.SetShowText();
 }

@@ -291,4 +291,27 @@ TEST_F(CommandsTest, OptionsOpensItsScreenAndRefreshesTheList) {
     EXPECT_THAT(Subjects(), testing::Contains(L"one"));
 }
 
+TEST_F(CommandsTest, AProgramClosedUnderTheOptionsEndsWithoutAWord) {
+    FakeOptions::meanwhile = [this] { window_->SendMessage(WM_CLOSE); };
+    Command(IDM_OPTIONS);
+    FakeOptions::meanwhile = nullptr;
+    EXPECT_FALSE(window_->IsWindow());
+}
+
+TEST_F(CommandsTest, AProgramClosedWhileItAsksDeletesNothing) {
+    List().SelectEntry(ids_[0]);
+    const auto close = [](HWND, UINT, UINT_PTR timer, DWORD) {
+        const HWND box = FindWindowW(L"#32770", L"Confirm");
+        if (box == nullptr || !IsWindowVisible(box)) return;
+        KillTimer(nullptr, timer);
+        SendMessageW(GetWindow(box, GW_OWNER), WM_CLOSE, 0, 0);
+    };
+    boxes_.Expect(L"Confirm", L"Delete record?", 0);
+    SetTimer(nullptr, 0, 10, close);
+    Command(106);
+    EXPECT_FALSE(window_->IsWindow());
+    ASSERT_TRUE(journal_.Open(nullptr));
+    EXPECT_EQ(journal_.GetRecordCount(), 3);
+}
+
 }  // namespace

@@ -47,9 +47,12 @@ protected:
 
     // Runs `script` on the filter dialog that `command` opens.
     void InDialog(WORD command, const std::function<void(HWND)>& script) {
+        InDialog([&] { Command(command); }, script);
+    }
+    void InDialog(const std::function<void()>& opens, const std::function<void(HWND)>& script) {
         script_ = &script;
         const UINT_PTR timer = SetTimer(nullptr, 0, 10, OnTimer);
-        Command(command);
+        opens();
         KillTimer(nullptr, timer);
         EXPECT_EQ(script_, nullptr) << "no dialog came";
     }
@@ -138,6 +141,18 @@ TEST_F(FilterCommandsTest, ACategoryFromTheMenuShowsItsEntries) {
     bar.OnShowChoice(bar.MakeShowMenu().get(), 115);
     EXPECT_THAT(Subjects(), ElementsAre(L"May", L"June"));
     EXPECT_EQ(Caption(), L"All");
+}
+
+TEST_F(FilterCommandsTest, AProgramClosedUnderTheDialogEndsWithoutAWord) {
+    InDialog(121, [this](HWND) { window_->SendMessage(WM_CLOSE); });
+    EXPECT_FALSE(window_->IsWindow());
+    EXPECT_EQ(journal_.GetHandle(), nullptr);
+}
+
+TEST_F(FilterCommandsTest, AProgramClosedUnderTheDialogThatShowOpenedEndsWithoutAWord) {
+    InDialog([this] { window_->Bar().OnShowChoice(window_->Bar().MakeShowMenu().get(), 121); },
+             [this](HWND) { window_->SendMessage(1023); });
+    EXPECT_FALSE(window_->IsWindow());
 }
 
 TEST_F(FilterCommandsTest, TheDialogDoesNotOpenWithoutCategories) {
