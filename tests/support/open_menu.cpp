@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "tests/support/pump.h"
+
 namespace {
 
 struct Visit {
@@ -36,6 +38,9 @@ void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
 
 void WithMenu(const std::function<void()>& opens, const std::function<void(HWND menu)>& whileOpen,
               const std::vector<WORD>& keys) {
+    // A pointer over the menu would choose, too.
+    SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
+    PumpOnce();
     Visit here = {&whileOpen, &keys};
     visit = &here;
     const UINT_PTR timer = SetTimer(nullptr, 0, 10, OnTimer);
