@@ -280,6 +280,44 @@ INSTANTIATE_TEST_SUITE_P(Values, ConfirmDeletesTest,
                                          ConfirmCase{L"YES", true}, ConfirmCase{L"No", false}, ConfirmCase{L"", false},
                                          ConfirmCase{L"Yes ", false}));
 
+struct OddConfirmCase {
+    const char* name;
+    DWORD type;
+    std::vector<BYTE> bytes;
+    bool asks;
+    bool reported;  // it is longer than any text that is read
+};
+
+class OddConfirmDeletesTest : public CommandsTest, public testing::WithParamInterface<OddConfirmCase> {};
+
+// What is no text is as good as missing, and then it asks.
+TEST_P(OddConfirmDeletesTest, AsksUnlessATextSaysOtherwise) {
+    app_->WriteString(L"Options", L"Confirm Deletes", L"No");
+    HKEY key = nullptr;
+    ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\Talvern\\Journal\\Options", 0, KEY_SET_VALUE, &key),
+              ERROR_SUCCESS);
+    const std::vector<BYTE>& bytes = GetParam().bytes;
+    ASSERT_EQ(
+        RegSetValueExW(key, L"Confirm Deletes", 0, GetParam().type, bytes.data(), static_cast<DWORD>(bytes.size())),
+        ERROR_SUCCESS);
+    RegCloseKey(key);
+    Select({1});
+    if (GetParam().reported) boxes_.Expect(L"Error", MessageBoxes::SystemText(ERROR_MORE_DATA));
+    if (GetParam().asks) boxes_.Expect(L"Confirm", L"Delete record?", IDYES);
+    Command(106);
+    EXPECT_THAT(Subjects(), ElementsAre(L"cherry", L"banana"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Values, OddConfirmDeletesTest,
+                         testing::Values(OddConfirmCase{"Number", REG_DWORD, {1, 0, 0, 0}, true, false},
+                                         OddConfirmCase{"Bytes", REG_BINARY, {'N', 0, 'o', 0, 0, 0}, true, false},
+                                         OddConfirmCase{"YesWithoutEnd", REG_SZ, {'Y', 0, 'e', 0, 's', 0}, true, false},
+                                         OddConfirmCase{"CutInACharacter", REG_SZ, {'Y', 0, 'e', 0, 's'}, false, false},
+                                         OddConfirmCase{"Nothing", REG_SZ, {}, false, false},
+                                         OddConfirmCase{"TooLong", REG_SZ, std::vector<BYTE>(100'000, 'Y'), true,
+                                                        true}),
+                         [](const auto& param) { return std::string(param.param.name); });
+
 // ---- Options ----
 
 TEST_F(CommandsTest, OptionsOpensItsScreenAndRefreshesTheList) {
