@@ -1,4 +1,5 @@
-# What ./compile, ./run and ./test share. To be sourced by bash, with $journal set to the folder of this repository.
+# What ./compile, ./run, ./package and ./test share. To be sourced by bash, with $journal set to the folder of this
+# repository.
 # shellcheck shell=bash
 
 # --- talking -----------------------------------------------------------------------------------------------------
@@ -8,6 +9,12 @@ die() {
     printf '%s: error: %s\n' "${0##*/}" "$*" >&2
     exit 1
 }
+
+# --- places ------------------------------------------------------------------------------------------------------
+
+# Where programs keep what belongs to this person. A relative path in the variable does not count, as everywhere.
+data_home=${XDG_DATA_HOME-}
+[[ $data_home == /* ]] || data_home=$HOME/.local/share
 
 # --- installing --------------------------------------------------------------------------------------------------
 
@@ -32,9 +39,10 @@ needs_run=(
     /usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf:fonts-liberation
 )
 needs_display=(Xvfb:xvfb openbox:openbox xprop:x11-utils import:imagemagick)
+needs_package=(makensis:nsis)
 needs_test=(
     /usr/src/googletest/CMakeLists.txt:googletest
-    clang-format:clang-format git:git python3:python3
+    clang-format:clang-format git:git python3:python3 desktop-file-validate:desktop-file-utils
 )
 
 # install_missing <need>...

@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
-"""Draws the program's pictures into res/. Run it after changing a drawing; the files it writes are checked in.
+"""Draws the program's pictures into res/ and the installer's beside its script. Run it after changing a drawing; the
+files it writes are checked in.
 
-    python3 tools/draw_bitmaps.py [folder]
+    python3 tools/draw_bitmaps.py
 
 Small pictures are drawn pixel by pixel, as letters; the icon is drawn as shapes, once for each size.
 """
 import pathlib
 import struct
-import sys
+import zlib
 
 # What a letter in a pixel drawing stands for. A transparent colour is the one the screens leave out when they draw.
 COLOURS = {
@@ -402,8 +403,32 @@ def write_ico(path, sizes):
     path.write_bytes(head + b"".join(images))
 
 
+def setup_side(width=164, height=314, size=112):
+    """The left side of the installer's last page: the icon on paper."""
+    paper = (0xF6, 0xF2, 0xE6)
+    rows = [[paper] * width for _ in range(height)]
+    left, top = (width - size) // 2, (height - size) // 3
+    for y, row in enumerate(draw_icon(size, samples=3)):
+        for x, (*colour, alpha) in enumerate(row):
+            rows[top + y][left + x] = tuple((c * alpha + p * (255 - alpha)) // 255 for c, p in zip(colour, paper))
+    return rows
+
+
+def write_png(path, size):
+    """The icon for the desktop menus of Linux, which want one file a size."""
+    # Large ones have soft edges enough with fewer samples a pixel.
+    rows = draw_icon(size, samples=6 if size <= 64 else 3)
+    lines = b"".join(b"\0" + b"".join(bytes(pixel) for pixel in row) for row in rows)
+
+    def chunk(kind, body):
+        return struct.pack(">I", len(body)) + kind + body + struct.pack(">I", zlib.crc32(kind + body))
+    head = struct.pack(">IIBBBBB", size, size, 8, 6, 0, 0, 0)
+    path.write_bytes(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", head) + chunk(b"IDAT", zlib.compress(lines, 9))
+                     + chunk(b"IEND", b""))
+
+
 def main():
-    folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).parent.parent / "res"
+    folder = pathlib.Path(__file__).resolve().parent.parent / "res"
     # The menu bar's strip: Find is picture 0, the filter picture 8; the places between are free.
     write_bmp(folder / "main_bar.bmp", strip(FIND, *[BLANK] * 7, FILTER))
     write_bmp(folder / "editor_bar.bmp", strip(TIME_STAMP, DATE_STAMP, PEN))
@@ -414,6 +439,9 @@ def main():
     write_bmp(folder / "contact_checks.bmp", strip(UNCHECKED, CHECKED))
     write_bmp(folder / "menu_weave.bmp", WEAVE)
     write_ico(folder / "journal.ico", (16, 32, 48))
+    for size in (16, 32, 48, 64, 128, 256):
+        write_png(folder / f"journal_{size}.png", size)
+    write_bmp(folder.parent / "tools/package/setup_side.bmp", setup_side())
 
 
 if __name__ == "__main__":
