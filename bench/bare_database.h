@@ -27,6 +27,8 @@ public:
     void ReadLastPage();
     // Every row's start, subject and categories.
     void ReadAll();
+    // Every body, each of its bytes looked at; or the first `most` of them.
+    void ReadBodies(unsigned most);
     // From half way on the first thirty rows, in the order of start, that have one of the categories.
     void ReadPageWith(const std::vector<DWORD>& categories);
     void Insert(const SampleEntry& entry);

@@ -49,6 +49,9 @@ private:
     // bench_selection.cpp
     void Selection();
 
+    // bench_notes.cpp
+    void NoteTexts();
+
     void StartUp();
 
     Report& report_;

@@ -25,6 +25,9 @@
 //   show menu           the menu of the button "Show" made              a menu of as many items
 //   walk all            start, subject, categories of all, in order     a scan of these columns
 //   scan all            the same in no order (CeScanRecords)            a scan of these columns
+//   note texts          the plain text of all bodies out of the store   a scan of their bytes
+//   note texts, control                           by a hidden control   a scan of their bytes
+//   100 foreign notes   bodies that do not carry it                     a scan of as many
 //   insert, update, delete an entry                                     the bare statements
 //   change sort         from start to subject                           building the same index
 //   start up            journal.exe, from the start until it waits      a program with an empty window
@@ -55,6 +58,7 @@ void Bench::Run() {
     Pages();
     ShowMenu();
     WalkAll();
+    NoteTexts();
     Writes();
     ChangeSort();
     journal_.Close();

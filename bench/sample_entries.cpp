@@ -62,6 +62,7 @@ SampleEntry MakeSampleEntry(unsigned number) {
     entry.duration = Ticks(Mix(number, 5) % 600 * kMinute);
     for (unsigned i = 0; i < Mix(number, 6) % 3; ++i)
         entry.categories.push_back(2 + Mix(number, 7 + i) % 12);
-    entry.body = Note(Words(number, 1000, 600));
+    entry.bodyText = Words(number, 1000, 600);
+    entry.body = Note(entry.bodyText);
     return entry;
 }

@@ -13,7 +13,8 @@ struct SampleEntry {
     short type, priority, sensitivity;
     FILETIME duration;
     std::vector<DWORD> categories;
-    std::string body;  // a note of 600 characters, about 1300 bytes
+    std::wstring bodyText;  // 600 characters
+    std::string body;       // the same as a note, about 1300 bytes
 };
 
 // Entry `number` of ten years of them. Numbers and entries go together for ever: the generator is our own.

@@ -9,13 +9,13 @@
 #include "data/db_cats.h"
 #include "data/db_journal.h"
 #include "export/ansi_output.h"
-#include "export/body_texts.h"
 #include "export/entry_export.h"
 #include "export/field_texts.h"
 #include "filter/filter_settings.h"
 #include "list/selection_memory.h"
 #include "res/ids.h"
 #include "ui/application.h"
+#include "ui/note_reader.h"
 #include "ui/resource_text.h"
 
 namespace {
@@ -192,10 +192,10 @@ void ExportDialog::OnOk() {
 }
 
 int ExportDialog::WriteEntries() {
-    BodyTexts bodies(GetHandle());
+    NoteReader notes(GetHandle(), IDC_EXPORT_BODY);
     DbCats categories;
     bool opened = false;  // only a journal that has categories needs them
-    FieldTexts texts([&](const CEBLOB& body, std::wstring& text) { bodies.Read(body, text); },
+    FieldTexts texts([&](const CEBLOB& body, std::wstring& text) { notes.Read(body.lpb, body.dwCount, text); },
                      [&](CEOID category) {
                          if (!opened) categories.Open(nullptr);
                          opened = true;

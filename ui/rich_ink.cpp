@@ -37,6 +37,25 @@ DWORD CALLBACK Take(DWORD_PTR cookie, LPBYTE buffer, LONG offered, LONG* taken) 
     return 0;
 }
 
+struct TextSink {
+    std::wstring text;
+    size_t bytes = 0;
+};
+
+DWORD CALLBACK TakeText(DWORD_PTR cookie, LPBYTE buffer, LONG offered, LONG* taken) {
+    auto& sink = *reinterpret_cast<TextSink*>(cookie);
+    *taken = 0;
+    try {
+        sink.text.resize((sink.bytes + offered + 1) / sizeof(wchar_t));
+    } catch (const std::bad_alloc&) {
+        return ERROR_NOT_ENOUGH_MEMORY;
+    }
+    std::copy_n(buffer, offered, reinterpret_cast<BYTE*>(sink.text.data()) + sink.bytes);
+    sink.bytes += offered;
+    *taken = offered;
+    return 0;
+}
+
 }  // namespace
 
 bool RichInk::CreateIn(HWND parent, int id, DWORD style, const RECT& place) {
@@ -77,12 +96,15 @@ std::vector<BYTE> RichInk::StreamOut(UINT format) const {
 }
 
 std::wstring RichInk::StreamOutText() const {
-    const std::vector<BYTE> bytes = StreamOut(SF_TEXT | SF_UNICODE);
-    std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
-    std::copy_n(bytes.data(), text.size() * sizeof(wchar_t), reinterpret_cast<BYTE*>(text.data()));
-    while (!text.empty() && text.back() == L'\0')
-        text.pop_back();
-    return text;
+    TextSink sink;
+    EDITSTREAM stream = {};
+    stream.dwCookie = reinterpret_cast<DWORD_PTR>(&sink);
+    stream.pfnCallback = TakeText;
+    SendMessage(EM_STREAMOUT, SF_TEXT | SF_UNICODE, reinterpret_cast<LPARAM>(&stream));
+    if (stream.dwError != 0) return {};
+    while (!sink.text.empty() && sink.text.back() == L'\0')
+        sink.text.pop_back();
+    return std::move(sink.text);
 }
 
 bool RichInk::IsModified() const {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <new>
-#include <string_view>
 
 namespace {
 
@@ -51,16 +50,16 @@ DWORD ReadAll(const EDITSTREAM& stream, std::string* bytes) {
     }
 }
 
-DWORD WriteAll(const EDITSTREAM& stream, const std::string& bytes) {
-    std::string copy = bytes;  // the callback may write into its buffer
-    for (size_t at = 0; at < copy.size();) {
-        const LONG offered = static_cast<LONG>(std::min<size_t>(kPiece, copy.size() - at));
+DWORD WriteAll(const EDITSTREAM& stream, std::string_view bytes) {
+    BYTE piece[kPiece];  // the callback may write into its buffer
+    while (!bytes.empty()) {
+        const LONG offered = static_cast<LONG>(std::min<size_t>(kPiece, bytes.size()));
+        std::copy_n(bytes.data(), offered, piece);
         LONG taken = 0;
-        const DWORD error =
-            stream.pfnCallback(stream.dwCookie, reinterpret_cast<BYTE*>(copy.data()) + at, offered, &taken);
+        const DWORD error = stream.pfnCallback(stream.dwCookie, piece, offered, &taken);
         if (error) return error;
         if (taken <= 0 || taken > offered) return ERROR_WRITE_FAULT;
-        at += taken;
+        bytes.remove_prefix(taken);
     }
     return 0;
 }

@@ -113,6 +113,7 @@ private:
     SHORT fontRound_ = 0;       // see RefreshFonts
     std::string waiting_;       // a stream that the rich edit does not have yet
     std::wstring waitingText_;  // its text
+    std::string spare_;         // memory for the next stream
     bool blank_ = false;        // the rich edit is empty and as new
     InkBook book_;
     std::optional<InkCanvas> live_;  // the stroke being drawn

@@ -13,6 +13,7 @@ constexpr UINT kRichText = SF_RTF;
 constexpr UINT kUnicodeText = SF_TEXT | SF_UNICODE;
 constexpr LONG kFontTwips = 180;  // 9 points
 constexpr wchar_t kFont[] = L"Tahoma";
+constexpr size_t kMostSpare = 64 * 1024;
 
 // UTF-16 bytes without the NUL that ends them, without half a unit and without NULs between.
 std::string SoundText(const std::string& bytes) {
@@ -84,11 +85,9 @@ DWORD RichInkControl::Load(UINT format, std::string bytes) {
 // to be loaded to learn what is in it.
 bool RichInkControl::LoadLater(UINT format, std::string& bytes) {
     if (format != kRichText || IsWindowVisible(window_)) return false;
-    std::wstring text;
-    if (!GetNoteText(bytes, &text)) return false;
+    if (!GetNoteText(bytes, &waitingText_)) return false;
     if (!blank_) Clear();
-    waiting_ = std::move(bytes);
-    waitingText_ = std::move(text);
+    waiting_.swap(bytes);
     return true;
 }
 
@@ -127,10 +126,12 @@ bool RichInkControl::NeedsContents(UINT message) {
 LRESULT RichInkControl::OnStreamIn(UINT format, EDITSTREAM* stream) {
     if (!stream || !stream->pfnCallback) return ERROR_INVALID_PARAMETER;
     if (format != kRichText && format != kUnicodeText) return stream->dwError = ERROR_INVALID_PARAMETER;
-    std::string bytes;
+    std::string bytes = std::move(spare_);
+    bytes.clear();
     const DWORD read = ReadAll(*stream, &bytes);
     if (read) Clear();
     stream->dwError = read ? read : LoadLater(format, bytes) ? 0 : Load(format, std::move(bytes));
+    if (bytes.capacity() <= kMostSpare) spare_ = std::move(bytes);
     return stream->dwError;
 }
 
@@ -147,24 +148,21 @@ DWORD RichInkControl::PlainText(std::wstring* text) const {
 LRESULT RichInkControl::OnStreamOut(UINT format, EDITSTREAM* stream) {
     if (!stream || !stream->pfnCallback) return ERROR_INVALID_PARAMETER;
     if (format != kRichText && format != kUnicodeText) return stream->dwError = ERROR_INVALID_PARAMETER;
-    std::string bytes;
+    const auto write = [&](const std::wstring& text) {
+        return WriteAll(*stream, {reinterpret_cast<const char*>(text.c_str()), (text.size() + 1) * sizeof(wchar_t)});
+    };
+    if (format == kUnicodeText && !waiting_.empty()) return stream->dwError = write(waitingText_);
+    Realise();
     std::wstring text;
-    if (format == kUnicodeText && !waiting_.empty()) {
-        text = waitingText_;
-        stream->dwError = 0;
-    } else {
-        Realise();
-        stream->dwError = PlainText(&text);
-    }
-    if (format == kUnicodeText) {
-        bytes.assign(reinterpret_cast<const char*>(text.c_str()), (text.size() + 1) * sizeof(wchar_t));
-    } else if (!stream->dwError) {
-        stream->dwError = SaveFrom(*BaseProcedure(), window_, format, &bytes);
-        while (bytes.ends_with('\0'))  // some rich edits end rich text with one
-            bytes.pop_back();
-        if (!book_.IsEmpty()) bytes = book_.PutPictures(bytes);
-        AddNoteText(&bytes, text);
-    }
-    if (!stream->dwError) stream->dwError = WriteAll(*stream, bytes);
-    return stream->dwError;
+    stream->dwError = PlainText(&text);
+    if (stream->dwError) return stream->dwError;
+    if (format == kUnicodeText) return stream->dwError = write(text);
+    std::string bytes;
+    stream->dwError = SaveFrom(*BaseProcedure(), window_, format, &bytes);
+    if (stream->dwError) return stream->dwError;
+    while (bytes.ends_with('\0'))  // some rich edits end rich text with one
+        bytes.pop_back();
+    if (!book_.IsEmpty()) bytes = book_.PutPictures(bytes);
+    AddNoteText(&bytes, text);
+    return stream->dwError = WriteAll(*stream, bytes);
 }

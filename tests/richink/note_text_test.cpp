@@ -37,6 +37,33 @@ TEST(NoteTextTest, ComesBackAsItWas) {
     }
 }
 
+TEST(NoteTextTest, ComesBackWhateverStandsWhere) {
+    for (size_t length = 0; length < 70; ++length) {
+        for (size_t at = 0; at < length; ++at) {
+            for (const wchar_t odd : {L'{', L'}', L'\\', L'\t', L'\u007F', L'\u0080', L'\u9728', L'\0'}) {
+                std::wstring text(length, L'x');
+                text[at] = odd;
+                std::string stream = kStream;
+                AddNoteText(&stream, text);
+                std::wstring read;
+                EXPECT_TRUE(GetNoteText(stream, &read));
+                EXPECT_EQ(read, text);
+            }
+        }
+    }
+}
+
+TEST(NoteTextTest, ALongTextComesBackWhole) {
+    std::wstring text;
+    while (text.size() < 100'000)
+        text += L"Words {and} \u9728 more of them.\r\n";
+    std::string stream = kStream;
+    AddNoteText(&stream, text);
+    std::wstring read;
+    EXPECT_TRUE(GetNoteText(stream, &read));
+    EXPECT_EQ(read, text);
+}
+
 TEST(NoteTextTest, AStreamWithoutOneHasNone) {
     for (const std::string& stream :
          {std::string(), std::string("{"), kStream, std::string("{\\rtf1{\\*\\plainnote ")}) {
