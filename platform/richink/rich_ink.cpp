@@ -10,7 +10,6 @@ namespace {
 
 constexpr UINT kSmallestZoom = 75;
 constexpr UINT kLargestZoom = 300;
-constexpr WPARAM kUndoSteps = 100;  // the rich edit's own default
 constexpr LONG kNoLimit = 0x7FFFFFFE;
 constexpr UINT kLastSharedMessage = WM_USER + 100;  // up to here the numbers mean the same in both worlds
 constexpr COLORREF kDrawingPaper = RGB(0xFF, 0xFC, 0xE6);
@@ -20,11 +19,6 @@ constexpr GUID kTextDocument = {0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0
 
 WNDPROC base_procedure = nullptr;
 int control_pointer = 0;  // of the window's extra bytes
-
-bool IsWine() {
-    static const bool wine = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-    return wine;
-}
 
 }  // namespace
 
@@ -164,31 +158,15 @@ void RichInkControl::SetZoom(UINT percent) {
     const int systemDpi = GetDeviceCaps(screen, LOGPIXELSY);
     ReleaseDC(nullptr, screen);
     Base(EM_SETZOOM, zoom_ * ScreenDpi() / systemDpi, 100);
-    if (IsWine()) RefreshFonts();
+    RefreshFonts();
     InvalidateRect(window_, nullptr, TRUE);
-}
-
-// Wine's rich edit goes on with the widths that it measured before the zoom changed: they stay with each format it has
-// made. An attribute nobody sees makes it take a new format for all text. It is no change and no step to undo.
-void RichInkControl::RefreshFonts() {
-    const LRESULT mask = Base(EM_SETEVENTMASK, 0, ENM_NONE);
-    const LRESULT modified = Base(EM_GETMODIFY);
-    Base(EM_SETUNDOLIMIT, 0);  // records nothing meanwhile, forgets nothing
-    CHARFORMAT2W unseen{};
-    unseen.cbSize = sizeof(unseen);
-    unseen.dwMask = CFM_STYLE;
-    unseen.sStyle = fontRound_ = fontRound_ == 1 ? 2 : 1;
-    Base(EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&unseen));
-    Base(EM_SETUNDOLIMIT, kUndoSteps);
-    Base(EM_SETMODIFY, modified);
-    Base(EM_SETEVENTMASK, 0, mask);
 }
 
 // Taking a step is a change whatever the rich edit thinks of it: it counts back to the last EM_SETMODIFY.
 LRESULT RichInkControl::Step(UINT message) {
     if (!Base(message == EM_UNDO ? EM_CANUNDO : EM_CANREDO) || !Base(message)) return FALSE;
     Base(EM_SETMODIFY, TRUE);
-    if (fontRound_) RefreshFonts();  // the step may have brought back a format of another zoom
+    RefreshFonts();  // the step may have brought back a format of another zoom
     return TRUE;
 }
 

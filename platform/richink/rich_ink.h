@@ -15,6 +15,7 @@
 
 #include "platform/richink/ink_book.h"
 #include "platform/richink/ink_canvas.h"
+#include "platform/richink/long_words.h"
 #include "richink.h"
 
 class RichInkControl {
@@ -58,6 +59,14 @@ private:
     LONG Room() const;
     void TellFull();
 
+    // rich_ink_wine.cpp: what Wine's rich edit needs; elsewhere nothing is done.
+    void RefreshFonts();
+    bool BeginLongWords(size_t characters, size_t size);
+    void EndLongWords();
+    template <typename Act>
+    void Unnoticed(Act act);
+    void SetWrapping(bool wraps);
+
     // rich_ink_places.cpp: where the pictures are.
     struct Place {
         LONG at = 0;  // the character
@@ -100,7 +109,6 @@ private:
 
     // The view.
     void SetZoom(UINT percent);
-    void RefreshFonts();
     void SetView(UINT view);
     void SetAttributes(const VIEWATTRIBUTES& attributes);
 
@@ -114,7 +122,8 @@ private:
     std::string waiting_;       // a stream that the rich edit does not have yet
     std::wstring waitingText_;  // its text
     std::string spare_;         // memory for the next stream
-    bool blank_ = false;        // the rich edit is empty and as new
+    bool wraps_ = true;
+    bool blank_ = false;  // the rich edit is empty and as new
     InkBook book_;
     std::optional<InkCanvas> live_;  // the stroke being drawn
     std::vector<POINT> pen_;         // its points, on the client area

@@ -76,7 +76,9 @@ bool RichInkControl::PasteInk() {
     rich = book_.TakePictures(SoundRtf(rich), false);
     if (rich.empty()) return false;
     LeaveInkFormat();
+    const bool longWords = BeginLongWords(LongWordCharacters(std::string_view(rich)), rich.size());
     LoadInto(*BaseProcedure(), window_, SF_RTF | SFF_SELECTION, rich);
+    if (longWords) EndLongWords();
     TellChanged();
     InvalidateRect(window_, nullptr, TRUE);
     return true;

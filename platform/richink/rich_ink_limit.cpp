@@ -106,7 +106,13 @@ bool RichInkControl::OnPaste() {
 }
 
 bool RichInkControl::OnReplace(bool undoable, const wchar_t* text) {
-    return text && ReplaceWithin(undoable, text);
+    if (!text) return false;
+    const bool longWords = BeginLongWords(LongWordCharacters(std::wstring_view(text)), 0);
+    const bool done = ReplaceWithin(undoable, text);
+    if (!longWords) return done;
+    if (!done) Base(EM_REPLACESEL, undoable, reinterpret_cast<LPARAM>(text));
+    EndLongWords();
+    return true;
 }
 
 // Puts in what fits and says so; false, with nothing done, when all fits.

@@ -25,6 +25,12 @@ std::string SoundText(const std::string& bytes) {
     return sound;
 }
 
+std::wstring AsText(const std::string& bytes) {
+    std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
+    std::memcpy(text.data(), bytes.data(), text.size() * sizeof(wchar_t));
+    return text;
+}
+
 }  // namespace
 
 template <typename Act>
@@ -60,6 +66,7 @@ void RichInkControl::Clear() {
         SetDefaultFont();
     });
     book_.Clear();
+    SetWrapping(true);
     drawn_.clear();
     waiting_.clear();
     blank_ = true;
@@ -73,11 +80,14 @@ DWORD RichInkControl::Load(UINT format, std::string bytes) {
     if (format == kRichText) bytes = book_.TakePictures(bytes, true);
     blank_ = false;
     DWORD error = 0;
+    const size_t characters = format == kRichText ? LongWordCharacters(bytes) : LongWordCharacters(AsText(bytes));
+    const bool longWords = BeginLongWords(characters, bytes.size());
     Quietly([&] {
         error = LoadInto(*BaseProcedure(), window_, format, bytes);
         Base(EM_SETSEL, 0, 0);
         Base(EM_SCROLLCARET);
     });
+    if (longWords) EndLongWords();
     return error;
 }
 
@@ -139,8 +149,7 @@ LRESULT RichInkControl::OnStreamIn(UINT format, EDITSTREAM* stream) {
 DWORD RichInkControl::PlainText(std::wstring* text) const {
     std::string bytes;
     if (const DWORD error = SaveFrom(*BaseProcedure(), window_, kUnicodeText, &bytes)) return error;
-    text->assign(bytes.size() / sizeof(wchar_t), L'\0');
-    std::memcpy(text->data(), bytes.data(), text->size() * sizeof(wchar_t));
+    *text = AsText(bytes);
     RemoveInkCharacters(*text, true);
     return 0;
 }

@@ -301,7 +301,7 @@ TEST_F(RichInkDrawingTest, ThePageIsRuledUnlessToldOtherwise) {
             count += pixel != RGB(0xFF, 0xFC, 0xE6);
         return count;
     };
-    EXPECT_GT(lines(), 5);
+    EXPECT_GT(lines(), 100 / Px(20));
     Send(EM_SETPAGESTYLE, PS_NONE);
     EXPECT_EQ(lines(), 0);
 }

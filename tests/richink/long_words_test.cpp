@@ -1,0 +1,153 @@
+// Words that fill many lines: an encoded picture pasted as text, a long paragraph of a script that needs no blanks.
+#include "platform/richink/long_words.h"
+
+#include "tests/richink/rich_ink_fixture.h"
+
+namespace {
+
+struct Case {
+    const char* label;
+    std::string rtf;
+    size_t characters;
+};
+
+const std::string kLong(2'500, 'x');
+
+class RichInkLongWordTest : public RichInkTest {
+protected:
+    static std::string Rtf(const std::string& text) {
+        return "{\\rtf1\\ansi{\\fonttbl{\\f0 Tahoma;}}\\f0\\fs18 " + text + "}";
+    }
+    LRESULT Lines() const { return Send(EM_GETLINECOUNT); }
+};
+
+}  // namespace
+
+TEST(LongWordsTest, AreFoundBetweenBlanks) {
+    const std::wstring word(kLongWord, L'x');
+    EXPECT_TRUE(LongWordsOf(L"").empty());
+    EXPECT_TRUE(LongWordsOf(std::wstring(kLongWord - 1, L'x')).empty());
+    for (const wchar_t blank : {L' ', L'\t', L'\r', L'\n'}) {
+        const std::vector<LongWord> words = LongWordsOf(std::wstring(L"a") + blank + word + blank + L"b" + word);
+        ASSERT_EQ(words.size(), 2u);
+        EXPECT_EQ(words[0].first, 2);
+        EXPECT_EQ(words[0].Length(), static_cast<LONG>(kLongWord));
+        EXPECT_EQ(words[1].first, 2 + static_cast<LONG>(kLongWord) + 1);
+        EXPECT_EQ(words[1].Length(), static_cast<LONG>(kLongWord) + 1);
+    }
+    EXPECT_EQ(LongWordCharacters(std::wstring_view(L"a " + word + L" " + word)), 2 * kLongWord);
+}
+
+TEST(LongWordsTest, AreFoundInRichText) {
+    std::string ideographs, bytes, words;
+    for (int i = 0; i < 2'500; ++i) {
+        ideographs += "\\u20013?";
+        bytes += "\\'e9";
+        words += "{\\b word}\\i0  ";
+    }
+    const Case cases[] = {
+        {"nothing", "{\\rtf1 }", 0},
+        {"words", "{\\rtf1 " + words + "}", 0},
+        {"a long word", "{\\rtf1 " + kLong + "}", 2'500},
+        {"two", "{\\rtf1 " + kLong + " a " + kLong + "}", 5'000},
+        {"two in two paragraphs", "{\\rtf1 " + kLong + "\\par " + kLong + "}", 5'000},
+        {"one in parts", "{\\rtf1 " + kLong + "{\\b " + kLong + "}\r\n" + kLong + "}", 7'500},
+        {"one of bytes", "{\\rtf1 " + bytes + "}", 2'500},
+        {"half an escape at the end", "{\\rtf1 " + kLong + "\\'e", 2'502},
+        {"half a word at the end", "{\\rtf1 " + kLong + "\\", 2'501},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(LongWordCharacters(std::string_view(c.rtf)), c.characters) << c.label;
+    EXPECT_GE(LongWordCharacters(std::string_view("{\\rtf1 " + ideographs + "}")), 2'500u);
+}
+
+TEST_F(RichInkLongWordTest, IsWrappedAndKept) {
+    for (const size_t length : {3'000u, 20'000u}) {
+        const std::string stream = Rtf("before " + std::string(length, 'x') + " behind\\par last");
+        Load(kRtf, stream);
+        EXPECT_GT(Lines(), static_cast<LRESULT>(length / 100));
+        EXPECT_EQ(Text(), L"before " + std::wstring(length, L'x') + L" behind\nlast");
+        EXPECT_FALSE(IsModified());
+        EXPECT_FALSE(CanUndo());
+        EXPECT_EQ(Count(EN_CHANGE), 0);
+        DWORD caret = 1;
+        Send(EM_GETSEL, reinterpret_cast<WPARAM>(&caret));
+        EXPECT_EQ(caret, 0u);
+        const std::string saved = Save(kRtf);
+        EXPECT_LT(saved.size(), 2 * length + 500);  // the text twice, and no formats in it
+        Load(kRtf, saved);
+        EXPECT_EQ(Save(kRtf), saved);
+    }
+}
+
+TEST_F(RichInkLongWordTest, IsEditedWithoutLongWaits) {
+    Load(kRtf, Rtf(std::string(30'000, 'x')));
+    for (int i = 0; i < 20; ++i) {
+        Send(EM_SETSEL, i * 1'000, i * 1'000);
+        Write(L"y");
+    }
+    std::wstring text = Text();
+    EXPECT_EQ(text.size(), 30'020u);
+    std::erase(text, L'y');
+    EXPECT_EQ(text.size(), 30'000u);
+    while (CanUndo())
+        ASSERT_NE(Send(EM_UNDOEVENT), 0);
+    EXPECT_EQ(Text(), std::wstring(30'000, L'x'));
+}
+
+TEST_F(RichInkLongWordTest, IsPastedAsOneStepToUndo) {
+    Write(L"a");
+    PutOnClipboard(std::wstring(20'000, L'x'));
+    Forget();
+    Send(WM_PASTE);
+    EXPECT_EQ(Text(), L"a" + std::wstring(20'000, L'x'));
+    EXPECT_EQ(Count(EN_CHANGE), 1);
+    EXPECT_TRUE(IsModified());
+    EXPECT_GT(Lines(), 200);
+    Send(EM_SETMODIFY, FALSE);
+    EXPECT_NE(Send(EM_UNDOEVENT), 0);
+    EXPECT_EQ(Text(), L"a");
+    EXPECT_NE(Send(EM_REDOEVENT), 0);
+    EXPECT_EQ(Text().size(), 20'001u);
+    Write(L"b");
+    EXPECT_EQ(Text().back(), L'b');
+}
+
+TEST_F(RichInkLongWordTest, IsPastedUpToTheLimit) {
+    PutOnClipboard(std::wstring(40'000, L'x'));
+    Send(WM_PASTE);
+    EXPECT_EQ(Text().size(), 32'767u);
+    EXPECT_EQ(Count(EN_MAXTEXT), 1);
+    EXPECT_GT(Lines(), 200);
+}
+
+TEST_F(RichInkLongWordTest, IsCutAndPastedWithInk) {
+    Load(kRtf, Rtf(std::string(5'000, 'x')));
+    Send(EM_SETVIEW, VT_DRAWINGVIEW);
+    Send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, 60));
+    Send(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(90, 70));
+    Send(WM_LBUTTONUP, 0, MAKELPARAM(90, 70));
+    const std::string saved = Save(kRtf);
+    EXPECT_NE(saved.find("\\pict"), std::string::npos);
+    SelectAll();
+    Send(WM_CUT);
+    EXPECT_EQ(Text(), L"");
+    Send(WM_PASTE);
+    EXPECT_GT(Lines(), 50);
+    EXPECT_NE(Save(kRtf).find("\\pict"), std::string::npos);
+}
+
+TEST_F(RichInkLongWordTest, PastWhatAnybodyReadsIsKeptAndTheNextNoteWraps) {
+    Load(kRtf, Rtf(std::string(300'000, 'x') + "\\par last"));
+    EXPECT_EQ(Text().size(), 300'005u);
+    EXPECT_NE(Save(kText).find("l"), std::string::npos);
+    Load(kRtf, Rtf(std::string(1'000, 'x')));
+    EXPECT_GT(Lines(), 5);
+}
+
+TEST_F(RichInkLongWordTest, OfFiveMegabytesLoads) {
+    const std::string word(5'000'000, 'x');
+    EXPECT_EQ(Load(kRtf, Rtf(word)), 0u);
+    EXPECT_EQ(Send(WM_GETTEXTLENGTH), 5'000'000);
+    RedrawWindow(Ink(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+}
