@@ -154,12 +154,14 @@ void RichInkControl::OnCreated() {
 // The rich edit scales by the system's DPI; CE_SCALE asks for another.
 void RichInkControl::SetZoom(UINT percent) {
     zoom_ = std::clamp(percent, kSmallestZoom, kLargestZoom);
+    InvalidateRect(window_, nullptr, TRUE);
+    if (zoom_ == laidOutZoom_) return;  // for a long text it is work
+    laidOutZoom_ = zoom_;
     const HDC screen = GetDC(nullptr);
     const int systemDpi = GetDeviceCaps(screen, LOGPIXELSY);
     ReleaseDC(nullptr, screen);
     Base(EM_SETZOOM, zoom_ * ScreenDpi() / systemDpi, 100);
     RefreshFonts();
-    InvalidateRect(window_, nullptr, TRUE);
 }
 
 // Taking a step is a change whatever the rich edit thinks of it: it counts back to the last EM_SETMODIFY.

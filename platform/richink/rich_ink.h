@@ -115,6 +115,7 @@ private:
     HWND window_;
     LONG limit_ = 32'767;
     UINT zoom_ = 100;
+    UINT laidOutZoom_ = 0;
     UINT view_ = VT_TYPINGVIEW;
     UINT pageStyle_ = PS_RULEDLINES;
     UINT inkLayer_ = VL_SMARTINK;
