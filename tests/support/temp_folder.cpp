@@ -14,6 +14,8 @@ TempFolder::TempFolder() {
     GetTempPathW(MAX_PATH + 1, base);
     path_ = std::filesystem::path(base) /
             (L"journal-test-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(made++));
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);  // of a test that crashed, in a process of the same number
     std::filesystem::create_directories(path_);
 }
 
