@@ -137,6 +137,40 @@ void BareDatabase::ReadBodies(unsigned most) {
     sqlite3_finalize(statement);
 }
 
+void BareDatabase::Dump(const std::wstring& path) {
+    constexpr size_t kPiece = size_t{4} << 20;
+    const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    Require(file != INVALID_HANDLE_VALUE, "making the dump's file");
+    std::string bytes;
+    const auto write = [&] {
+        DWORD written = 0;
+        Require(WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr), "dumping");
+        bytes.clear();
+    };
+    sqlite3_stmt* statement = nullptr;
+    constexpr char kSql[] =
+        "SELECT subject, type, start, duration, priority, sensitivity, company, categories, value FROM entry JOIN body "
+        "USING(id)";
+    Require(sqlite3_prepare_v2(database_, kSql, -1, &statement, nullptr) == SQLITE_OK, kSql);
+    const int columns = sqlite3_column_count(statement);
+    while (sqlite3_step(statement) == SQLITE_ROW) {
+        for (int column = 0; column < columns; ++column) {
+            if (sqlite3_column_type(statement, column) == SQLITE_INTEGER) {
+                const sqlite3_int64 number = sqlite3_column_int64(statement, column);
+                bytes.append(reinterpret_cast<const char*>(&number), sizeof number);
+            } else if (const void* value = sqlite3_column_blob(statement, column)) {
+                bytes.append(static_cast<const char*>(value),
+                             static_cast<size_t>(sqlite3_column_bytes(statement, column)));
+            }
+        }
+        if (bytes.size() >= kPiece) write();
+    }
+    write();
+    sqlite3_finalize(statement);
+    FlushFileBuffers(file);
+    CloseHandle(file);
+}
+
 void BareDatabase::ReadPageWith(const std::vector<DWORD>& categories) {
     sqlite3_stmt* statement = nullptr;
     constexpr char kSql[] = "SELECT id, start, subject, categories FROM entry WHERE start>=? ORDER BY start";

@@ -29,6 +29,8 @@ public:
     void ReadAll();
     // Every body, each of its bytes looked at; or the first `most` of them.
     void ReadBodies(unsigned most);
+    // Every value of every row, bodies included, into a new file as it is stored; on the disk when this returns.
+    void Dump(const std::wstring& path);
     // From half way on the first thirty rows, in the order of start, that have one of the categories.
     void ReadPageWith(const std::vector<DWORD>& categories);
     void Insert(const SampleEntry& entry);

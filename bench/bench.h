@@ -12,6 +12,7 @@
 #include "filter/filter_settings.h"
 
 class RowCache;
+struct ExportChoices;
 
 class Bench {
 public:
@@ -46,6 +47,10 @@ private:
     void CategoryMatch();
     void ShowMenu();
 
+    // bench_export.cpp
+    void Export();
+    int ExportTo(const std::wstring& path, const ExportChoices& choices, HWND parent);
+
     // bench_selection.cpp
     void Selection();
 
@@ -55,6 +60,7 @@ private:
     void StartUp();
 
     Report& report_;
+    const std::filesystem::path folder_;
     const unsigned entries_;
     BareDatabase bare_;
     DbJournal journal_;

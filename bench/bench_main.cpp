@@ -28,6 +28,8 @@
 //   note texts          the plain text of all bodies out of the store   a scan of their bytes
 //   note texts, control                           by a hidden control   a scan of their bytes
 //   100 foreign notes   bodies that do not carry it                     a scan of as many
+//   export ...          every entry with every field, its note included   every value as stored, into a file
+//   ... flushes         how often the file was flushed
 //   insert, update, delete an entry                                     the bare statements
 //   change sort         from start to subject                           building the same index
 //   start up            journal.exe, from the start until it waits      a program with an empty window
@@ -44,7 +46,7 @@
 #include "bench/start_up.h"
 
 Bench::Bench(Report& report, const std::filesystem::path& folder, unsigned entries)
-    : report_(report), entries_(entries), bare_((folder / "bare.db").wstring(), entries) {
+    : report_(report), folder_(folder), entries_(entries), bare_((folder / "bare.db").wstring(), entries) {
     FillJournal(entries);
     Require(CeUnmountObjectStore(), "closing the filled store");
 }
@@ -59,6 +61,7 @@ void Bench::Run() {
     ShowMenu();
     WalkAll();
     NoteTexts();
+    Export();
     Writes();
     ChangeSort();
     journal_.Close();

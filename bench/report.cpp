@@ -65,6 +65,8 @@ void Report::Print() const {
         std::printf("%-22s %8u %12.1f %12.1f %7.2f  %s\n", r.operation.c_str(), r.entries, r.time, r.bound,
                     r.bound > 0 ? r.time / r.bound : 0, r.against.c_str());
     }
+    for (const Count& c : counts_)
+        std::printf("%-22s %8u %12d\n", c.what.c_str(), c.entries, c.count);
     for (const Memory& m : memory_)
         std::printf("peak memory up to %u entries: %.1f MB\n", m.entries, m.megabytes);
     for (const Result& r : results_) {
@@ -72,6 +74,8 @@ void Report::Print() const {
             "{\"operation\":\"%s\",\"entries\":%u,\"us\":%.1f,\"bound_us\":%.1f,\"ratio\":%.3f,\"bound\":\"%s\"}\n",
             r.operation.c_str(), r.entries, r.time, r.bound, r.bound > 0 ? r.time / r.bound : 0, r.against.c_str());
     }
+    for (const Count& c : counts_)
+        std::printf("{\"operation\":\"%s\",\"entries\":%u,\"count\":%d}\n", c.what.c_str(), c.entries, c.count);
     for (const Memory& m : memory_) {
         std::printf("{\"operation\":\"peak memory\",\"entries\":%u,\"megabytes\":%.1f}\n", m.entries, m.megabytes);
     }

@@ -28,6 +28,8 @@ class Report {
 public:
     void Add(Result result);
     void AddMemory(unsigned entries);  // the process's peak so far
+    // Something counted, not timed.
+    void AddCount(const char* what, unsigned entries, int count) { counts_.push_back({what, entries, count}); }
     // The table, and then one line of JSON for each result.
     void Print() const;
 
@@ -37,7 +39,13 @@ private:
         double megabytes;
     };
     std::vector<Result> results_;
+    struct Count {
+        std::string what;
+        unsigned entries;
+        int count;
+    };
     std::vector<Memory> memory_;
+    std::vector<Count> counts_;
 };
 
 // Ends the program, saying what did not work: nothing measured after a failure means anything.

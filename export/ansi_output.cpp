@@ -9,8 +9,12 @@
 namespace {
 
 // Most text is ASCII, which all code pages have in common and which needs no asking.
+// All of it is looked at in any case, so that the loop has no branch and takes several characters at a time.
 bool IsAscii(std::wstring_view text) {
-    return std::all_of(text.begin(), text.end(), [](wchar_t c) { return c < 0x80; });
+    unsigned bits = 0;
+    for (const wchar_t c : text)
+        bits |= c;
+    return bits < 0x80;
 }
 
 }  // namespace

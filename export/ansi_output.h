@@ -22,7 +22,7 @@ public:
     // Writes what is left.
     void Flush();
 
-    static constexpr size_t kPiece = size_t{4} << 20;
+    static constexpr size_t kPiece = size_t{8} << 20;
 
 private:
     void WriteIfLarge();

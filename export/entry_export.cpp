@@ -1,8 +1,10 @@
 #include "export/entry_export.h"
 
+#include "data/db_cats.h"
 #include "data/db_journal.h"
 #include "data/field_ids.h"
-#include "export/entry_writer.h"
+#include "export/ansi_output.h"
+#include "export/export_file.h"
 #include "filter/filter_settings.h"
 
 EntryExport::EntryExport(DbJournal& journal, TSList<DbJItem>& fields, const FilterSettings* filter, EntryWriter& writer)
@@ -34,4 +36,23 @@ std::vector<CEOID> AllEntries(DbJournal& journal) {
     for (CEOID entry = journal.SeekFirst(); entry != 0; entry = journal.SeekNext())
         entries.push_back(entry);
     return entries;
+}
+
+int ExportEntries(DbJournal& journal, TSList<DbJItem>& fields, const ExportChoices& choices,
+                  const std::vector<CEOID>& entries, FieldTexts& texts, ExportFile& file,
+                  const EntryExport::Progress& progress) {
+    AnsiOutput output(file);
+    const auto writer = MakeEntryWriter(choices.format, choices.labels, output, texts);
+    const int written = EntryExport(journal, fields, choices.filter, *writer).Run(entries, progress);
+    output.Flush();
+    file.SetEnd();
+    return written;
+}
+
+CategoryNames NamesOf(DbCats& categories) {
+    return [&categories, opened = false](CEOID category) mutable {
+        if (!opened) categories.Open(nullptr);
+        opened = true;
+        return categories.GetName(category);
+    };
 }

@@ -8,9 +8,12 @@
 
 #include "data/dbj_item.h"
 #include "data/ts_list.h"
+#include "export/entry_writer.h"
+#include "export/field_texts.h"
 
+class DbCats;
 class DbJournal;
-class EntryWriter;
+class ExportFile;
 struct FilterSettings;
 
 class EntryExport {
@@ -39,3 +42,20 @@ private:
 // Every entry of the journal as it is now, in its sort order. Each is exported once then, also when another program
 // adds entries or changes their order meanwhile.
 std::vector<CEOID> AllEntries(DbJournal& journal);
+
+// What an export is asked for, apart from the entries.
+struct ExportChoices {
+    ExportFormat format = ExportFormat::kCsv;
+    bool labels = true;                      // a CSV file's header, a text file's labels
+    const FilterSettings* filter = nullptr;  // none: every entry passes
+};
+
+// A whole export as EntryExport does it, into a file that the caller has created and that ends there. Answers how many
+// entries were written.
+int ExportEntries(DbJournal& journal, TSList<DbJItem>& fields, const ExportChoices& choices,
+                  const std::vector<CEOID>& entries, FieldTexts& texts, ExportFile& file,
+                  const EntryExport::Progress& progress = {});
+
+// The names in a categories database that is opened with the first question: a journal without categories needs none.
+// `categories` must outlive the answer.
+CategoryNames NamesOf(DbCats& categories);

@@ -8,7 +8,6 @@
 
 #include "data/db_cats.h"
 #include "data/db_journal.h"
-#include "export/ansi_output.h"
 #include "export/entry_export.h"
 #include "export/field_texts.h"
 #include "filter/filter_settings.h"
@@ -181,7 +180,6 @@ void ExportDialog::OnOk() {
     labels_.Enable(false);
     progress_.Show();
     const int written = WriteEntries();
-    file_.SetEnd();
     file_.Close();
     Application::Current()->SetBusy(false);
 
@@ -194,21 +192,14 @@ void ExportDialog::OnOk() {
 int ExportDialog::WriteEntries() {
     NoteReader notes(GetHandle(), IDC_EXPORT_BODY);
     DbCats categories;
-    bool opened = false;  // only a journal that has categories needs them
     FieldTexts texts([&](const CEBLOB& body, std::wstring& text) { notes.Read(body.lpb, body.dwCount, text); },
-                     [&](CEOID category) {
-                         if (!opened) categories.Open(nullptr);
-                         opened = true;
-                         return categories.GetName(category);
-                     });
-    AnsiOutput output(file_);
-    const auto writer = MakeEntryWriter(format_, labels_.IsChecked(), output, texts);
+                     NamesOf(categories));
     int expected = 0;
     const std::vector<CEOID> entries = ChosenEntries(&expected);
     progress_.SetRange(0, expected);
-    EntryExport work(journal_, fields_, filtered_.IsChecked() ? &filter_ : nullptr, *writer);
-    const int written = work.Run(entries, [&](int count) { ShowProgress(count); });
-    output.Flush();
+    const ExportChoices choices = {format_, labels_.IsChecked(), filtered_.IsChecked() ? &filter_ : nullptr};
+    const int written =
+        ExportEntries(journal_, fields_, choices, entries, texts, file_, [this](int count) { ShowProgress(count); });
     progress_.SetPosition(written);
     PaintWindows();
     return written;

@@ -23,6 +23,7 @@ void ExportFile::Write(std::string_view bytes) {
         bytes.remove_prefix(written);
     }
     FlushFileBuffers(handle_);
+    ++flushes_;
 }
 
 void ExportFile::SetEnd() {

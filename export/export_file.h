@@ -20,6 +20,8 @@ public:
     bool Create(const wchar_t* path, DWORD access, DWORD share, DWORD creation, DWORD attributes);
     // Writes at the current place and flushes.
     void Write(std::string_view bytes);
+    // How often it has waited for the disk so far.
+    int Flushes() const { return flushes_; }
     // Ends the file at the current place, so that nothing stays of a longer one that was there before.
     void SetEnd();
     // Nothing happens without a handle.
@@ -27,4 +29,5 @@ public:
 
 private:
     HANDLE handle_ = nullptr;
+    int flushes_ = 0;
 };
