@@ -1,7 +1,9 @@
 // The dialog: what it asks and shows, what its choices write.
+#include <note_text.h>
 #include <richink.h>
 
 #include "tests/export/export_screen.h"
+#include "ui/rich_ink.h"
 
 namespace {
 
@@ -247,6 +249,30 @@ TEST_F(ExportDialogTest, AReadOnlyFileStaysAndTheCountIsTold) {
     SetFileAttributesW(File().c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
+// A device that takes nothing, as a disk without room; where there is none, it is one more path that cannot be opened.
+TEST_F(ExportDialogTest, AFullDiskEndsWithTheCountAllTheSame) {
+    AddDays(2);
+    choice_->path = L"Z:\\dev\\full";
+    Export(L"Exported 2 records");
+}
+
+TEST_F(ExportDialogTest, ManyEntriesWithQuotesLineBreaksAndForeignCharactersAreWrittenByteByByte) {
+    std::string expected = "\"Subject\",\"Note\"\r\n";
+    for (int i = 0; i < 300; ++i) {
+        Sample sample = {L"\"" + std::to_wstring(i) + L"\", \u0416 \u4e2d caf\u00e9\u2026"};
+        sample.start.AddDays(i);
+        sample.body = "{\\rtf1\\ansi \"a\",\\par\\par \\u1046?b \\u20013?\\'e9\\par end " + std::to_string(i) + "}";
+        Add(sample);
+        expected += "\"" + Ansi(sample.subject) + "\",\"" +
+                    Ansi(L"\"a\",\r\n\r\n\u0416b \u4e2d\u00e9\r\nend " + std::to_wstring(i)) + "\"\r\n";
+    }
+    Export(L"Exported 300 records", [&] {
+        OnlySubjects();
+        TapField(L"Note");
+    });
+    EXPECT_EQ(Bytes(File()), expected);
+}
+
 TEST_F(ExportDialogTest, AnEntryDeletedWhileTheDialogStoodIsNotCounted) {
     const std::vector<CEOID> ids = AddDays(3);
     selection_.Add(ids[0]);
@@ -271,4 +297,26 @@ TEST_F(ExportDialogTest, ABodyThatIsNoRichTextIsEmpty) {
         TapField(L"Note");
     });
     EXPECT_EQ(Bytes(File()), "\"odd\",\"\"\r\n");
+}
+
+// A note that carries its plain text is not laid out; what comes is the same.
+TEST_F(ExportDialogTest, ABodyThatCarriesItsTextReadsAsTheNoteControlReadsIt) {
+    RichInk control;
+    ASSERT_TRUE(control.CreateIn(stage_.Owner().GetHandle(), 1, ES_MULTILINE, {0, 0, 100, 100}));
+    const std::string rich =
+        "{\\rtf1\\ansi{\\fonttbl{\\f0 Tahoma;}}one {\\b two}\\par\\tab\\u1046?\\'e9\\{\\}\\\\\\par}";
+    ASSERT_TRUE(control.StreamIn(SF_RTF, {rich.begin(), rich.end()}));
+    const std::wstring shown = control.StreamOutText();
+    const std::vector<BYTE> stored = control.StreamOut(SF_RTF);
+    control.Destroy();
+    std::wstring carried;
+    ASSERT_TRUE(GetNoteText({reinterpret_cast<const char*>(stored.data()), stored.size()}, &carried));
+    Sample sample = {L"carried"};
+    sample.body.assign(stored.begin(), stored.end());
+    Add(sample);
+    Export(kOne, [&] {
+        Subjects()();
+        TapField(L"Note");
+    });
+    EXPECT_EQ(Bytes(File()), "\"carried\",\"" + Ansi(shown) + "\"\r\n");
 }
