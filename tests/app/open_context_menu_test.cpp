@@ -39,8 +39,9 @@ protected:
         POINT inside = point;
         ScreenToClient(List().GetHandle(), &inside);
         const LPARAM place = MAKELPARAM(inside.x, inside.y);
+        List().PostMessage(WM_RBUTTONUP, 0, place);  // waiting already: the control goes on until it comes
         List().SendMessage(WM_RBUTTONDOWN, MK_RBUTTON, place);
-        List().SendMessage(WM_RBUTTONUP, 0, place);
+        PumpOnce();
     }
 
     // Opens the menu and picks the item; the choice is posted.

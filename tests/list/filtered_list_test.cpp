@@ -127,6 +127,7 @@ TEST_F(FilteredListTest, APressOnASelectedRowTakesTheEntryThatItShows) {
     filter_.months = 0x0060;
     list_.RefreshList();
     list_.SelectEntry(ids[30]);
+    list_.Invalidate();  // drawn whole: a row drawn alone shows the entry at its own place in the store
     list_.Update();
     list_.GetFocusedEntry(&shown_);
     ASSERT_NE(shown_, ids[30]);
@@ -134,10 +135,10 @@ TEST_F(FilteredListTest, APressOnASelectedRowTakesTheEntryThatItShows) {
     RECT row = {};
     ASSERT_TRUE(list_.GetItemRect(30, &row));
     const LPARAM place = MAKELPARAM(row.left + 20, (row.top + row.bottom) / 2);
+    list_.PostMessage(WM_RBUTTONUP, 0, place);  // waiting already: the control goes on until it comes
     list_.SendMessage(WM_RBUTTONDOWN, MK_RBUTTON, place);
     EXPECT_THAT(selection_.Ids(), testing::ElementsAre(shown_));
     EXPECT_EQ(selection_.Current(), shown_);
-    list_.SendMessage(WM_RBUTTONUP, 0, place);
 }
 
 // The filter asks for the first, second or third of the entry's three categories.

@@ -39,6 +39,8 @@ void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
 void WithMenu(const std::function<void()>& opens, const std::function<void(HWND menu)>& whileOpen,
               const std::vector<WORD>& keys) {
     // A pointer over the menu would choose, too.
+    POINT before = {};
+    GetCursorPos(&before);
     SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
     PumpOnce();
     Visit here = {&whileOpen, &keys};
@@ -46,6 +48,7 @@ void WithMenu(const std::function<void()>& opens, const std::function<void(HWND 
     const UINT_PTR timer = SetTimer(nullptr, 0, 10, OnTimer);
     opens();
     KillTimer(nullptr, timer);
+    SetCursorPos(before.x, before.y);
     EXPECT_EQ(visit, nullptr) << "no menu came";
     visit = nullptr;
 }
