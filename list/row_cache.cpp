@@ -40,13 +40,7 @@ void RowCache::Clear() {
 
 void RowCache::Fill(Block& block, LONG first, LONG rows) {
     block.first = first;
-    block.count = 0;
-    const LONG wanted = std::min(rows, kBlockRows);
-    bool current = source_.SeekPosition(first);
-    while (current) {
-        if (source_.ReadRow(block.rows[static_cast<size_t>(block.count)]) && ++block.count == wanted) return;
-        current = source_.SeekNext();
-    }
+    block.count = source_.ReadRows(first, std::span(block.rows).first(static_cast<size_t>(std::min(rows, kBlockRows))));
 }
 
 bool RowCache::RemoveFrom(Block& block, LONG index) {

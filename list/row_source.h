@@ -1,5 +1,7 @@
-// Where the row cache gets its rows from: a walk over entries in list order, one current entry at a time.
+// Where the row cache gets its rows from: the entries in list order, one current entry at a time or some in a piece.
 #pragma once
+
+#include <span>
 
 #include "list/list_row.h"
 
@@ -11,9 +13,10 @@ public:
     virtual bool SeekPosition(LONG position) = 0;
     // The same for the entry with this id.
     virtual bool SeekEntry(CEOID id) = 0;
-    // The same for the entry after the current one.
-    virtual bool SeekNext() = 0;
     // Reads the current entry into `row`, reusing its strings. False when the entry cannot be read or is not to be
     // shown; the row is empty then. The current entry stays.
     virtual bool ReadRow(ListRow& row) = 0;
+    // Reads the entries from `position` on into rows, reusing their strings and leaving out what is not to be shown,
+    // until all are filled or there are no more entries. Answers how many are filled. The current entry stays.
+    virtual LONG ReadRows(LONG position, std::span<ListRow> rows) = 0;
 };

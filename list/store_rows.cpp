@@ -1,6 +1,10 @@
 #include "list/store_rows.h"
 
+#include <storepage.h>
+
+#include <algorithm>
 #include <iterator>
+#include <new>
 
 #include "data/db_journal.h"
 #include "data/field_ids.h"
@@ -8,6 +12,13 @@
 #include "filter/filter_settings.h"
 
 namespace {
+
+// The filter wants the first two; one read serves it and the row.
+constexpr CEPROPID kRowProps[] = {kPropStart, kPropCategories, kPropSubject};
+
+bool IsThere(const CEPROPVAL& property) {
+    return (property.wFlags & CEDB_PROPNOTFOUND) == 0;
+}
 
 void FormatDate(const FILETIME& start, std::wstring& text) {
     SYSTEMTIME time;
@@ -28,28 +39,51 @@ bool StoreRows::SeekEntry(CEOID id) {
     return id != 0 && journal_.SeekToOid(id) != 0;
 }
 
-bool StoreRows::SeekNext() {
-    return journal_.SeekNext() != 0;
-}
-
 bool StoreRows::ReadRow(ListRow& row) {
-    row.Clear();
-    // The filter wants start and categories; one read serves it and the row.
-    CEPROPID ids[] = {kPropStart, kPropCategories, kPropSubject};
-    WORD count = static_cast<WORD>(std::size(ids));
+    WORD count = static_cast<WORD>(std::size(kRowProps));
+    CEPROPID ids[std::size(kRowProps)];
+    std::copy(std::begin(kRowProps), std::end(kRowProps), ids);
     RecordBuffer props;
     const CEOID id = journal_.ReadRecordProps(&count, ids, props.Put());
-    if (id == 0 || !Passes(&props[0])) return false;
+    row.Clear();
+    return id != 0 && Fill(row, id, &props[0]);
+}
+
+LONG StoreRows::ReadRows(LONG position, std::span<ListRow> rows) {
+    if (position < 0 || rows.empty()) return 0;
+    struct Reading {
+        const StoreRows& source;
+        std::span<ListRow> left;
+    } reading = {*this, rows};
+    const auto read = [](CEOID id, WORD, const CEPROPVAL* props, void* context) -> BOOL {
+        auto& it = *static_cast<Reading*>(context);
+        try {
+            if (it.source.Fill(it.left.front(), id, props)) it.left = it.left.subspan(1);
+        } catch (const std::bad_alloc&) {
+            return FALSE;  // the store passes no exception on
+        }
+        return !it.left.empty();
+    };
+    // Failures are silent here: the rows that are missing then are read one by one, which reports them.
+    CeScanRecordsFrom(journal_.GetHandle(), static_cast<DWORD>(position), static_cast<WORD>(std::size(kRowProps)),
+                      kRowProps, read, &reading);
+    return static_cast<LONG>(rows.size() - reading.left.size());
+}
+
+// `props` are kRowProps. False when the entry is not to be shown; the row is empty then.
+bool StoreRows::Fill(ListRow& row, CEOID id, const CEPROPVAL* props) const {
+    row.Clear();
+    if (!Passes(props)) return false;
     row.id = id;
-    if (props.Has(0)) FormatDate(props[0].val.filetime, row.date);
-    if (props.Has(2)) row.subject = props[2].val.lpwstr;
+    if (IsThere(props[0])) FormatDate(props[0].val.filetime, row.date);
+    if (IsThere(props[2])) row.subject = props[2].val.lpwstr;
     return true;
 }
 
 // `props` are the entry's start and categories. An entry without a start has the time 0.
 bool StoreRows::Passes(const CEPROPVAL* props) const {
-    const auto has = [&](size_t i) { return (props[i].wFlags & CEDB_PROPNOTFOUND) == 0; };
-    return filter_.Match(has(0) ? props[0].val.filetime : FILETIME{}, has(1) ? props[1].val.blob : CEBLOB{});
+    return filter_.Match(IsThere(props[0]) ? props[0].val.filetime : FILETIME{},
+                         IsThere(props[1]) ? props[1].val.blob : CEBLOB{});
 }
 
 LONG StoreRows::Count() {

@@ -30,10 +30,6 @@ public:
         }
         return false;
     }
-    bool SeekNext() override {
-        ++current;
-        return IsCurrent();
-    }
     bool ReadRow(ListRow& row) override {
         reads.push_back(current);
         row.Clear();
@@ -42,6 +38,12 @@ public:
         row.id = id;
         row.subject = L"subject " + std::to_wstring(id) + suffix;
         return true;
+    }
+    LONG ReadRows(LONG position, std::span<ListRow> rows) override {
+        size_t kept = 0;
+        for (SeekPosition(position); IsCurrent() && kept < rows.size(); ++current)
+            if (ReadRow(rows[kept])) ++kept;
+        return static_cast<LONG>(kept);
     }
     bool IsCurrent() const { return current >= 0 && current < static_cast<LONG>(ids.size()); }
 

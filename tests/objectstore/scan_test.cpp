@@ -1,9 +1,10 @@
 // One pass over all records: the same values as a walk, and nothing a visitor does harms it.
 #include <storebatch.h>
-#include <storescan.h>
+#include <storepage.h>
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <functional>
 #include <map>
 
@@ -318,6 +319,91 @@ TEST_F(ScanTest, ALostLargeValueIsDamage) {
     EXPECT_FALSE(Scan(again, {kBlob}, [](CEOID, WORD, const CEPROPVAL*) { return true; }));
     EXPECT_EQ(GetLastError(), DWORD{ERROR_FILE_CORRUPT});
     EXPECT_EQ(First(again), Step(again, 0));  // the store goes on
+}
+
+// ---- In the handle's order, from a place on ----
+
+class ScanFromTest : public ScanTest {
+protected:
+    using Ids = std::vector<CEOID>;
+
+    // The records that are visited from the place on, `most` of them.
+    static Ids From(HANDLE database, DWORD place, size_t most = 1000) {
+        Ids seen;
+        EXPECT_TRUE(VisitFrom(database, place, {}, [&](CEOID record, WORD, const CEPROPVAL*) {
+            seen.push_back(record);
+            return seen.size() < most;
+        }));
+        return seen;
+    }
+    static BOOL VisitFrom(HANDLE database, DWORD place, const std::vector<CEPROPID>& ids, const Visit& visit) {
+        const auto call = [](CEOID record, WORD count, const CEPROPVAL* values, void* context) -> BOOL {
+            return (*static_cast<const Visit*>(context))(record, count, values);
+        };
+        return CeScanRecordsFrom(database, place, static_cast<WORD>(ids.size()), ids.data(), call,
+                                 const_cast<Visit*>(&visit));
+    }
+    static Ids Walk(HANDLE database) {
+        Ids walked;
+        for (CEOID record = First(database); record != 0; record = Step(database, 1))
+            walked.push_back(record);
+        return walked;
+    }
+};
+
+TEST_F(ScanFromTest, VisitsWhatAWalkFromThatPlaceDoes) {
+    const HANDLE database = Make({{kText, 0}});
+    for (const wchar_t* text : {L"m", L"c", L"x", L"a", L"q"})
+        Add(database, text);
+    const Ids walked = Walk(database);
+    for (DWORD place = 0; place <= 6; ++place) {
+        const auto skipped = static_cast<ptrdiff_t>(std::min<size_t>(place, walked.size()));
+        EXPECT_EQ(From(database, place), Ids(walked.begin() + skipped, walked.end())) << place;
+    }
+    EXPECT_TRUE(From(database, MAXDWORD).empty());
+    EXPECT_EQ(From(database, 1, 2), Ids(walked.begin() + 1, walked.begin() + 3));
+}
+
+TEST_F(ScanFromTest, GivesTheSameValuesAsAWalk) {
+    const HANDLE database = Make({{kText, 0}});
+    CeBeginBatch();
+    WriteVaried(
+        database, [](HANDLE handle, std::vector<CEPROPVAL> values) { return Write(handle, std::move(values)); }, 60);
+    ASSERT_TRUE(CeCommitBatch());
+    Content seen;
+    EXPECT_TRUE(VisitFrom(database, 0, kAllKinds, [&](CEOID record, WORD count, const CEPROPVAL* values) {
+        return seen.emplace(record, Describe(values, count)).second;
+    }));
+    EXPECT_EQ(seen, ByWalk(database, kAllKinds));
+}
+
+TEST_F(ScanFromTest, LeavesThePositionAndLetsTheVisitorReadAndNotWrite) {
+    const HANDLE database = Make({{kText, 0}});
+    const CEOID first = Add(database, L"a");
+    const CEOID second = Add(database, L"b");
+    ASSERT_EQ(First(database), first);
+    Ids inner;
+    EXPECT_TRUE(VisitFrom(database, 1, {kText}, [&](CEOID record, WORD, const CEPROPVAL* values) {
+        EXPECT_EQ(record, second);
+        inner = From(database, 0);
+        EXPECT_STREQ(values[0].val.lpwstr, L"b");
+        EXPECT_EQ(Add(database, L"c"), 0u);
+        EXPECT_EQ(GetLastError(), DWORD{ERROR_BUSY});
+        return true;
+    }));
+    EXPECT_EQ(inner, (Ids{first, second}));
+    EXPECT_EQ(Step(database, 0), first);
+}
+
+TEST_F(ScanFromTest, RefusesBadParameters) {
+    const HANDLE database = Make({{kText, 0}});
+    const auto visit = [](CEOID, WORD, const CEPROPVAL*, void*) -> BOOL { return TRUE; };
+    EXPECT_FALSE(CeScanRecordsFrom(database, 0, 1, nullptr, visit, nullptr));
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
+    EXPECT_FALSE(CeScanRecordsFrom(database, 0, 0, nullptr, nullptr, nullptr));
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
+    EXPECT_FALSE(CeScanRecordsFrom(nullptr, 0, 0, nullptr, visit, nullptr));
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_INVALID_PARAMETER});
 }
 
 }  // namespace
