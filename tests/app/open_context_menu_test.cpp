@@ -35,15 +35,10 @@ protected:
         held.ptAction = point;
         window_->SendMessage(WM_NOTIFY, IDC_ENTRY_LIST, reinterpret_cast<LPARAM>(&held));
     }
+    // What the list makes of a right click; the stories make one with the mouse.
     void RightClickAt(POINT point) {
-        POINT inside = point;
-        ScreenToClient(List().GetHandle(), &inside);
-        const LPARAM place = MAKELPARAM(inside.x, inside.y);
-        List().PostMessage(WM_RBUTTONUP, 0, place);  // waiting already: the control goes on until it comes
-        List().SendMessage(WM_RBUTTONDOWN, MK_RBUTTON, place);
-        PumpOnce();
+        List().SendMessage(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(List().GetHandle()), MAKELPARAM(point.x, point.y));
     }
-
     // Opens the menu and picks the item; the choice is posted.
     void Pick(int item) {
         std::vector<WORD> keys(static_cast<size_t>(item), VK_DOWN);
