@@ -53,6 +53,7 @@ void CheckList::Prepare(int width) {
 bool CheckList::Enable(bool enable) {
     const COLORREF text = GetSysColor(enable ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT);
     SendMessage(LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(text));
+    if (!enable) SetItemState(-1, 0, LVIS_SELECTED);  // a selected row would keep its own colours
     Invalidate();
     return ListView::Enable(enable);
 }
@@ -93,7 +94,7 @@ void CheckList::OnTap(const NMITEMACTIVATE& tap) {
 
 void CheckList::OnFocus() {
     constexpr UINT kBoth = LVIS_SELECTED | LVIS_FOCUSED;
-    if (GetNextItem(-1, LVNI_FOCUSED) < 0 && GetItemCount() > 0) SetItemState(0, kBoth, kBoth);
+    if (GetItemCount() > 0) SetItemState(std::max(GetNextItem(-1, LVNI_FOCUSED), 0), kBoth, kBoth);
 }
 
 int CheckList::WidestRow() const {

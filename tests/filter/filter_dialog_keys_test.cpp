@@ -65,6 +65,21 @@ TEST_F(FilterKeysTest, AListThatGetsTheKeysShowsWhere) {
     EXPECT_THAT(Names(), IsEmpty());
 }
 
+TEST_F(FilterKeysTest, AListThatIsDisabledShowsNoRowAsChosen) {
+    Open([&] {
+        Click(kByMonth);
+        SetFocus(Item(kMonths));
+        Press(VK_DOWN);
+        EXPECT_EQ(ListView_GetNextItem(Item(kMonths), -1, LVNI_SELECTED), 1);
+        Click(kByRange);
+        EXPECT_EQ(ListView_GetNextItem(Item(kMonths), -1, LVNI_SELECTED), -1);
+        Click(kByMonth);
+        SetFocus(Item(kMonths));  // the place is kept
+        EXPECT_EQ(ListView_GetNextItem(Item(kMonths), -1, LVNI_FOCUSED | LVNI_SELECTED), 1);
+    });
+    EXPECT_EQ(filter_.months, 0u);
+}
+
 TEST_F(FilterKeysTest, EverythingCanBeChosenWithKeysAlone) {
     SetRange();
     EXPECT_EQ(Open([&] {
