@@ -1,5 +1,11 @@
 #include "inkx.h"
 
+#include <cstring>
+#include <new>
+#include <string>
+
+#include "platform/richink/ink_stream.h"
+#include "platform/richink/rich_ink.h"
 #include "platform/window_support.h"
 #include "richink.h"
 
@@ -15,6 +21,37 @@ bool CreateRichInk(HWND container, const CREATESTRUCTW& created) {
                            nullptr) != nullptr;
 }
 
+std::string Data(HWND container) {
+    std::string bytes;
+    if (SaveFrom(RichInkControl::Procedure, RichInk(container), SF_RTF, &bytes)) bytes.clear();
+    return bytes;
+}
+
+LRESULT GetData(HWND container, size_t room, void* buffer) {
+    const std::string bytes = Data(container);
+    if (!buffer || bytes.size() > room) return 0;
+    std::memcpy(buffer, bytes.data(), bytes.size());
+    return static_cast<LRESULT>(bytes.size());
+}
+
+LRESULT SetData(HWND container, size_t size, const void* data) {
+    if (!data) size = 0;
+    const std::string bytes(static_cast<const char*>(data), size);
+    if (LoadInto(RichInkControl::Procedure, RichInk(container), SF_RTF, bytes)) return 0;
+    return static_cast<LRESULT>(size);
+}
+
+LRESULT OnDataMessage(HWND container, UINT message, WPARAM wparam, LPARAM lparam) {
+    try {
+        if (message == IM_GETDATALEN) return static_cast<LRESULT>(Data(container).size());
+        if (message == IM_GETDATA) return GetData(container, wparam, reinterpret_cast<void*>(lparam));
+        return SetData(container, wparam, reinterpret_cast<const void*>(lparam));
+    } catch (const std::bad_alloc&) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return 0;
+    }
+}
+
 LRESULT CALLBACK InkXProcedure(HWND container, UINT message, WPARAM wparam, LPARAM lparam) {
     switch (message) {
         case WM_CREATE: return CreateRichInk(container, *reinterpret_cast<CREATESTRUCTW*>(lparam)) ? 0 : -1;
@@ -25,6 +62,9 @@ LRESULT CALLBACK InkXProcedure(HWND container, UINT message, WPARAM wparam, LPAR
             return SendMessageW(GetParent(container), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(container), HIWORD(wparam)),
                                 reinterpret_cast<LPARAM>(container));
         case IM_GETRICHINK: return reinterpret_cast<LRESULT>(RichInk(container));
+        case IM_GETDATALEN:
+        case IM_GETDATA:
+        case IM_SETDATA: return OnDataMessage(container, message, wparam, lparam);
         case IM_CLEARALL:
         case IM_REINIT: return SendMessageW(RichInk(container), EM_CLEARALL, TRUE, 0);
         case EM_GETMODIFY:
