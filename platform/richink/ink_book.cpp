@@ -158,7 +158,7 @@ std::string InkBook::TakePictures(std::string_view rtf, bool foreign) {
     return text;
 }
 
-std::string InkBook::PutPictures(std::string_view rtf) const {
+std::string InkBook::PutPictures(std::string_view rtf, std::vector<bool>* isPicture) const {
     std::map<int, int> fonts;  // number of the font -> picture
     std::vector<int> outer;    // the font of each group around
     std::string whole;
@@ -190,7 +190,9 @@ std::string InkBook::PutPictures(std::string_view rtf) const {
             if (word.name == "plain") font = 0;
             const auto found = fonts.find(font);
             const InkPicture* picture = found == fonts.end() ? nullptr : Find(found->second);
-            if (word.name == "u" && word.number == kInkCharacter && picture) {
+            const bool mayBe = word.name == "u" && word.number == kInkCharacter;
+            if (mayBe) isPicture->push_back(picture != nullptr);
+            if (mayBe && picture) {
                 whole += PictureGroup(*picture);
                 at = word.end;
                 if (rtf.substr(at).starts_with("\\'"))

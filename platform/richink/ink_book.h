@@ -6,6 +6,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/richink/ink_picture.h"
 
@@ -28,8 +29,9 @@ public:
     // Rich text with {\pict} groups as the rich edit is to have it: each picture becomes its character, and joins the
     // book. Embedded objects are left out, and without `foreign` all pictures but ink.
     std::string TakePictures(std::string_view rtf, bool foreign);
-    // Back again: each character of a picture becomes its group.
-    std::string PutPictures(std::string_view rtf) const;
+    // Back again: each character of a picture becomes its group. `isPicture` tells for each U+200B in the text, in
+    // order, whether it was one.
+    std::string PutPictures(std::string_view rtf, std::vector<bool>* isPicture) const;
     // The character of a picture as rich text with the font table it needs; `before` and `after` are rich text around
     // it.
     std::string CharacterRtf(int id, std::string_view before, std::string_view after) const;

@@ -42,7 +42,7 @@ private:
     bool LoadLater(UINT format, std::string& bytes);
     void Realise();
     static bool NeedsContents(UINT message);
-    DWORD PlainText(std::wstring* text) const;
+    DWORD Contents(std::string* rich, std::wstring* text) const;
     void Clear();
     void SetDefaultFont();
     void SetFontOf(WPARAM range);  // SCF_*
@@ -73,12 +73,15 @@ private:
         int id = 0;
         RECT area{};  // on the client area; as far as the picture reaches
     };
-    std::wstring RawText() const;  // one unit for each character position, paragraphs end in CR
-    std::vector<Place> Places() const;
+    // One unit for each character position, paragraphs end in CR.
+    std::wstring RawText() const;
+    std::wstring RawText(CHARRANGE range) const;
+    CHARRANGE VisibleText() const;
+    std::vector<Place> Places() const;  // those that can be seen
     int PictureAt(LONG at) const;
     POINT PointOfCharacter(LONG at) const;
     double Scale() const;  // pixels a twip
-    void RemoveInkCharacters(std::wstring& text, bool lineEndsOfTwo) const;
+    std::wstring WithoutPictures(const std::wstring& text, LONG first, const std::vector<bool>& isPicture) const;
 
     // rich_ink_drawing.cpp: the pen.
     bool OnPen(UINT message, LPARAM lparam);

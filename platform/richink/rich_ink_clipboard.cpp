@@ -36,13 +36,12 @@ bool RichInkControl::OnCopy(bool cut) {
     if (SaveFrom(*BaseProcedure(), window_, SF_RTF | SFF_SELECTION, &rich)) return true;
     while (rich.ends_with('\0'))
         rich.pop_back();
-    rich = book_.PutPictures(rich);
-    const std::wstring all = RawText();
+    std::vector<bool> isPicture;
+    rich = book_.PutPictures(rich, &isPicture);
     std::wstring text;
-    for (LONG at = selection.cpMin; at < selection.cpMax && at < static_cast<LONG>(all.size()); ++at) {
-        if (all[at] == kInkCharacter && PictureAt(at)) continue;
-        text += all[at];
-        if (all[at] == L'\r') text += L'\n';
+    for (const wchar_t c : WithoutPictures(RawText(selection), selection.cpMin, isPicture)) {
+        text += c;
+        if (c == L'\r') text += L'\n';
     }
     if (!OpenClipboard(window_)) return true;
     EmptyClipboard();

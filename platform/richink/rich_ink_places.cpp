@@ -44,6 +44,27 @@ std::wstring RichInkControl::RawText() const {
     return text;
 }
 
+std::wstring RichInkControl::RawText(CHARRANGE range) const {
+    std::wstring text(static_cast<size_t>(std::max(0L, range.cpMax - range.cpMin)) + 1, L'\0');
+    TEXTRANGEW wanted{range, text.data()};
+    const LRESULT got = Base(EM_GETTEXTRANGE, 0, reinterpret_cast<LPARAM>(&wanted));
+    text.resize(std::min(text.size() - 1, static_cast<size_t>(std::max<LRESULT>(0, got))));
+    return text;
+}
+
+// Whole lines, and perhaps one above.
+CHARRANGE RichInkControl::VisibleText() const {
+    RECT client{};
+    GetClientRect(window_, &client);
+    const auto line = static_cast<LONG>(Base(EM_GETFIRSTVISIBLELINE));
+    POINTL corner{client.right, client.bottom};
+    const LRESULT below = Base(EM_CHARFROMPOS, 0, reinterpret_cast<LPARAM>(&corner));
+    const LRESULT next = Base(EM_LINEINDEX, Base(EM_EXLINEFROMCHAR, 0, below) + 1);
+    GETTEXTLENGTHEX how{GTL_NUMCHARS | GTL_PRECISE, 1200};
+    const LRESULT end = next >= 0 ? next : Base(EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&how), 0);
+    return {static_cast<LONG>(Base(EM_LINEINDEX, std::max(0L, line - 1))), static_cast<LONG>(end)};
+}
+
 int RichInkControl::PictureAt(LONG at) const {
     return book_.IdOfFace(FaceAt(document_, at));
 }
@@ -61,10 +82,11 @@ double RichInkControl::Scale() const {
 std::vector<RichInkControl::Place> RichInkControl::Places() const {
     std::vector<Place> places;
     if (book_.IsEmpty()) return places;
-    const std::wstring text = RawText();
+    const CHARRANGE visible = VisibleText();
+    const std::wstring text = RawText(visible);
     for (size_t at = text.find(kInkCharacter); at != std::wstring::npos; at = text.find(kInkCharacter, at + 1)) {
         Place place;
-        place.at = static_cast<LONG>(at);
+        place.at = visible.cpMin + static_cast<LONG>(at);
         place.id = PictureAt(place.at);
         if (!place.id) continue;
         const POINT corner = PointOfCharacter(place.at);
@@ -76,16 +98,19 @@ std::vector<RichInkControl::Place> RichInkControl::Places() const {
     return places;
 }
 
-// Takes the characters that stand for pictures out of the control's text.
-void RichInkControl::RemoveInkCharacters(std::wstring& text, bool lineEndsOfTwo) const {
-    if (book_.IsEmpty()) return;
+// `text` begins at the character `first` and may have CR LF for the one character of a line end. To ask the rich edit
+// for the font of each character costs the square of their number, so `isPicture` is what its rich text has told.
+std::wstring RichInkControl::WithoutPictures(const std::wstring& text, LONG first,
+                                             const std::vector<bool>& isPicture) const {
+    const bool told = std::count(text.begin(), text.end(), kInkCharacter) == static_cast<ptrdiff_t>(isPicture.size());
     std::wstring rest;
     rest.reserve(text.size());
-    LONG at = 0;
+    size_t number = 0;
+    LONG at = first;
     for (size_t i = 0; i < text.size(); ++i, ++at) {
-        if (text[i] == kInkCharacter && PictureAt(at)) continue;
+        if (text[i] == kInkCharacter && (told ? isPicture[number++] : PictureAt(at) != 0)) continue;
         rest += text[i];
-        if (lineEndsOfTwo && text[i] == L'\r' && i + 1 < text.size() && text[i + 1] == L'\n') rest += text[++i];
+        if (text[i] == L'\r' && i + 1 < text.size() && text[i + 1] == L'\n') rest += text[++i];
     }
-    text = std::move(rest);
+    return rest;
 }

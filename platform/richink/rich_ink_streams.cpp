@@ -145,12 +145,17 @@ LRESULT RichInkControl::OnStreamIn(UINT format, EDITSTREAM* stream) {
     return stream->dwError;
 }
 
-// With CR LF line ends, and without the characters that stand for pictures.
-DWORD RichInkControl::PlainText(std::wstring* text) const {
+// The rich text with its pictures, and the text with CR LF line ends and without them.
+DWORD RichInkControl::Contents(std::string* rich, std::wstring* text) const {
+    if (const DWORD error = SaveFrom(*BaseProcedure(), window_, kRichText, rich)) return error;
+    while (rich->ends_with('\0'))  // some rich edits end rich text with one
+        rich->pop_back();
+    std::vector<bool> isPicture;
+    if (!book_.IsEmpty()) *rich = book_.PutPictures(*rich, &isPicture);
     std::string bytes;
     if (const DWORD error = SaveFrom(*BaseProcedure(), window_, kUnicodeText, &bytes)) return error;
     *text = AsText(bytes);
-    RemoveInkCharacters(*text, true);
+    if (!book_.IsEmpty()) *text = WithoutPictures(*text, 0, isPicture);
     return 0;
 }
 
@@ -162,16 +167,11 @@ LRESULT RichInkControl::OnStreamOut(UINT format, EDITSTREAM* stream) {
     };
     if (format == kUnicodeText && !waiting_.empty()) return stream->dwError = write(waitingText_);
     Realise();
+    std::string bytes;
     std::wstring text;
-    stream->dwError = PlainText(&text);
+    stream->dwError = Contents(&bytes, &text);
     if (stream->dwError) return stream->dwError;
     if (format == kUnicodeText) return stream->dwError = write(text);
-    std::string bytes;
-    stream->dwError = SaveFrom(*BaseProcedure(), window_, format, &bytes);
-    if (stream->dwError) return stream->dwError;
-    while (bytes.ends_with('\0'))  // some rich edits end rich text with one
-        bytes.pop_back();
-    if (!book_.IsEmpty()) bytes = book_.PutPictures(bytes);
     AddNoteText(&bytes, text);
     return stream->dwError = WriteAll(*stream, bytes);
 }

@@ -1,5 +1,6 @@
 // The pen in the drawing view, by the messages of the mouse, looked at in the picture on the screen.
 #include <cmath>
+#include <random>
 
 #include "px.h"
 #include "tests/richink/rich_ink_fixture.h"
@@ -311,6 +312,95 @@ TEST_F(RichInkDrawingTest, APictureOfAnotherProgramIsKeptAsItIs) {
     Load(kRtf, "{\\rtf1 before\\par " + picture + "\\par after}");
     EXPECT_NE(Save(kRtf).find(picture), std::string::npos);
     EXPECT_EQ(PlainText(), L"before\r\n\r\nafter");
+}
+
+TEST_F(RichInkDrawingTest, InkIsCopiedBetweenNotesAndAsTextToOtherPrograms) {
+    LoadText(L"above");
+    Stroke(kLine);
+    SelectAll();
+    Send(WM_COPY);
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    const HANDLE data = GetClipboardData(CF_UNICODETEXT);
+    ASSERT_NE(data, nullptr);
+    const std::wstring text = static_cast<const wchar_t*>(GlobalLock(data));
+    GlobalUnlock(data);
+    CloseClipboard();
+    EXPECT_EQ(text.substr(0, 7), L"above\r\n");
+    EXPECT_EQ(text.find(L'\u200B'), std::wstring::npos);
+    EXPECT_TRUE(HasPicture());
+    Load(kRtf, "");
+    EXPECT_FALSE(HasPicture());
+    Send(WM_PASTE);
+    Send(WM_PASTE);
+    EXPECT_EQ(Pictures(Save(kRtf)), 2);
+}
+
+TEST_F(RichInkDrawingTest, AStrokeAtTheLimitIsRefusedAndTold) {
+    LoadText(L"text");
+    Send(EM_SETLIMITTEXT, 5);
+    Forget();
+    Stroke({{20, 120}, {100, 120}});
+    EXPECT_FALSE(HasPicture());
+    EXPECT_EQ(Count(EN_MAXTEXT), 1);
+    EXPECT_EQ(Count(EN_CHANGE), 0);
+    EXPECT_FALSE(IsModified());
+    EXPECT_FALSE(CanUndo());
+}
+
+TEST_F(RichInkDrawingTest, ANoteOfFiveMegabytesOfInkAndTextLoadsIsShownAndKept) {
+    std::vector<POINT> scribble;
+    for (LONG i = 0; i < 600; ++i)
+        scribble.push_back({10 + i * 37 % 200, 60 + i * 53 % 100});
+    Stroke(scribble);
+    const std::string saved = Save(kRtf);
+    const size_t first = saved.find("{\\pict");
+    const std::string picture = saved.substr(first, saved.find('}', first) + 1 - first);
+    std::string stream = "{\\rtf1\\ansi{\\fonttbl{\\f0 Tahoma;}}\\f0\\fs18 ";
+    int pictures = 0;
+    while (stream.size() < 5'000'000) {
+        for (int line = 0; line < 20; ++line)
+            stream += "All work and no play makes a dull journal indeed.\\par ";
+        stream += picture + "\\par ";
+        ++pictures;
+    }
+    EXPECT_EQ(Load(kRtf, stream + "}"), 0u);
+    Paint();
+    EXPECT_FALSE(IsModified());
+    EXPECT_EQ(Pictures(Save(kRtf)), pictures);
+}
+
+TEST_F(RichInkDrawingTest, AnInkedStreamWithChangedBytesLoadsAndIsDrawn) {
+    LoadText(L"text");
+    Stroke({{20, 60}, {60, 90}, {100, 60}});
+    const std::string whole = Save(kRtf);
+    std::mt19937 random(7);
+    for (int round = 0; round < 400; ++round) {
+        SCOPED_TRACE(round);
+        std::string damaged = whole;
+        for (unsigned change = 0; change < 1 + random() % 4; ++change) {
+            const size_t at = 6 + random() % (damaged.size() - 6);
+            damaged[at] = round % 2 ? "0123456789abcdef"[random() % 16] : static_cast<char>(random());
+        }
+        Load(kRtf, damaged);
+        Paint();
+        EXPECT_FALSE(IsModified());
+        Load(kRtf, Save(kRtf));
+    }
+    EXPECT_EQ(Load(kRtf, whole), 0u);
+    EXPECT_EQ(Pictures(Save(kRtf)), 1);
+}
+
+TEST_F(RichInkDrawingTest, AnInkedStreamCutAtEveryByteLoads) {
+    LoadText(L"text");
+    Stroke({{50, 60}});
+    const std::string whole = Save(kRtf);
+    for (size_t length = 0; length < whole.size(); ++length) {
+        SCOPED_TRACE(length);
+        Load(kRtf, whole.substr(0, length));
+        Paint();
+        EXPECT_FALSE(IsModified());
+        EXPECT_TRUE(std::wstring(L"text\r\n").starts_with(PlainText()));
+    }
 }
 
 TEST_F(RichInkDrawingTest, AnInkedStreamCutAtAnyLengthLoads) {
