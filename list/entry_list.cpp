@@ -8,6 +8,7 @@
 
 #include "data/db_journal.h"
 #include "filter/filter_settings.h"
+#include "list/date_column.h"
 #include "res/ids.h"
 #include "ui/resource_text.h"
 
@@ -15,18 +16,8 @@ namespace {
 
 constexpr int kDateColumn = 0;
 constexpr int kEntryColumn = 1;
-constexpr int kDateWidth = 60;
 constexpr int kEntryWidth = 180;
 constexpr int kRowHeight = 18;  // a stylus hits it
-
-// Wide enough for any short date of the user's locale, and never narrower than the column is meant to be.
-int DateColumnWidth(HWND list) {
-    const SYSTEMTIME wide = {2000, 12, 0, 28, 0, 0, 0, 0};
-    wchar_t date[60] = L"";
-    GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &wide, nullptr, date, static_cast<int>(std::size(date)));
-    const LRESULT text = ::SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(date));
-    return std::max(Px(kDateWidth), static_cast<int>(text) + Px(12));
-}
 
 POINT PointIn(LPARAM lparam) {
     return {static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))};
@@ -64,7 +55,7 @@ bool EntryList::CreateIn(HWND parent, const RECT& place) {
     if (!ListView::CreateIn(parent, IDC_ENTRY_LIST, kStyle, place)) return false;
     SetExtendedStyle(LVS_EX_FULLROWSELECT);
     SetRowHeight(Px(kRowHeight));
-    InsertColumn(kDateColumn, LoadText(IDS_COLUMN_DATE).c_str(), Px(kDateWidth));
+    InsertColumn(kDateColumn, LoadText(IDS_COLUMN_DATE).c_str(), DateColumnWidth(*this));
     InsertColumn(kEntryColumn, LoadText(IDS_COLUMN_ENTRY).c_str(), Px(kEntryWidth));
     FitColumns();
     live_ = this;
@@ -178,7 +169,7 @@ void EntryList::Place(const RECT& place) {
 }
 
 void EntryList::FitColumns() {
-    SetColumnWidth(kDateColumn, DateColumnWidth(GetHandle()));
+    SetColumnWidth(kDateColumn, DateColumnWidth(*this));
     FitLastColumn();
 }
 
