@@ -7,6 +7,7 @@
 
 #include <memory>
 
+#include "find/find_request.h"
 #include "list/button_bar.h"
 #include "list/entry_list.h"
 #include "ui/frame_window.h"
@@ -55,6 +56,7 @@ private:
     void ClearFilter();
     void EditFilter();
     void SaveFilter();
+    void Find();
     void Export();
     void SortByField(WORD field);
     void SortDescending(bool descending);
@@ -76,5 +78,6 @@ private:
     DbJournal& journal_;
     SelectionMemory& selection_;
     FilterSettings& filter_;
+    FindRequest find_;
     bool comInitialised_ = false;
 };

@@ -10,26 +10,17 @@
 #include "filter/filter_dialog.h"
 #include "filter/filter_settings.h"
 #include "filter/registry_filter_store.h"
+#include "find/find_dialog.h"
+#include "find/found_dialog.h"
 #include "list/detail_view.h"
 #include "pickers/category_picker.h"
 #include "pickers/quick_subjects_screen.h"
 #include "res/ids.h"
 #include "ui/application.h"
+#include "ui/busy_scope.h"
 #include "ui/resource_text.h"
 
 #include <aygshell.h>
-
-namespace {
-
-class BusyScope {
-public:
-    BusyScope() { Application::Current()->SetBusy(true); }
-    ~BusyScope() { Application::Current()->SetBusy(false); }
-    BusyScope(const BusyScope&) = delete;
-    BusyScope& operator=(const BusyScope&) = delete;
-};
-
-}  // namespace
 
 LRESULT MainWindow::OnCommand(WORD notification, WORD id) {
     if (!IsVisible()) return 0;  // the password is being asked for: nothing is opened from outside
@@ -59,6 +50,7 @@ void MainWindow::OnCommandId(WORD id) {
         case IDM_FILTER_CHANGED: SaveFilter(); break;
         case IDM_EXPORT:
         case IDM_EXPORT_SELECTED: Export(); break;
+        case IDM_FIND: Find(); break;
         case IDM_OPTIONS: EditOptions(); break;
         case IDM_ABOUT: RunAbout(*this); break;
         default: break;
@@ -125,6 +117,13 @@ void MainWindow::SaveFilter() {
     filter_.Save(store);
     list_.ShowTop();
     list_.RefreshList();
+}
+
+// ---- Find ----
+
+void MainWindow::Find() {
+    if (FindDialog::Run(*this, find_) == IDOK && IsWindow()) FoundDialog::Run(*this, journal_, selection_, find_);
+    if (IsWindow()) list_.RefreshList();
 }
 
 // ---- Export ----

@@ -163,6 +163,31 @@
 #define IDS_FILTER_NO_MONTH 20217
 #define IDS_FILTER_NO_CATEGORY 20218
 
+// ---- Find ----
+// Fixed; those of the radio buttons are stored too.
+#define IDD_FIND 102
+#define IDD_FOUND 143
+#define IDC_FIND_DATE 104
+#define IDC_FOUND_LIST 1041
+#define IDC_FOUND_COUNT 1042
+#define IDC_FIND_FROM_TOP 1047
+#define IDC_FIND_FROM_CURRENT 1049
+#define IDC_FIND_TEXT 1105
+#define IDC_FIND_BY_DATE 1106
+#define IDC_FIND_BY_SUBJECT 1107
+#define IDC_FIND_BY_ENTRY 1108
+#define IDC_FIND_MATCH_CASE 1407
+// Our own.
+#define IDC_FIND_BY_GROUP 20400
+#define IDC_FIND_FROM_GROUP 20401
+#define IDC_FIND_CASE_GROUP 20402
+#define IDC_FIND_FOR_GROUP 20403
+#define IDC_FIND_DATE_LABEL 20404
+#define IDC_FIND_TEXT_LABEL 20405
+#define IDC_FOUND_NOTE 20406
+#define IDS_FOUND_COUNT 20410
+#define IDS_FOUND_NONE 20411
+
 // ---- Options ----
 // Fixed.
 #define IDC_OPTIONS_LIST 102

@@ -12,6 +12,7 @@
 #include "list/selection_memory.h"
 #include "tests/app/fake_detail.h"
 #include "tests/app/fake_editor.h"
+#include "tests/app/fake_find.h"
 #include "tests/support/fresh_store.h"
 #include "tests/support/message_boxes.h"
 #include "tests/support/private_registry.h"
@@ -21,6 +22,7 @@ protected:
     AppFixture() {
         FakeEditor::Reset();
         FakeDetail::Reset();
+        FakeFind::Reset();
     }
     ~AppFixture() override {
         if (window_ != nullptr && window_->IsWindow()) window_->SendMessage(WM_CLOSE);

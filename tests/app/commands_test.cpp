@@ -4,6 +4,7 @@
 #include "res/ids.h"
 #include "tests/app/app_fixture.h"
 #include "tests/app/fake_export.h"
+#include "tests/app/fake_find.h"
 #include "tests/app/fake_options.h"
 
 namespace {
@@ -110,13 +111,54 @@ TEST_F(CommandsTest, AProgramClosedUnderTheViewOpensNoEditor) {
     EXPECT_THAT(FakeEditor::opened, IsEmpty());
 }
 
-TEST_F(CommandsTest, ScreensThatAreNotThereDoNothing) {
-    List().SelectEntry(ids_[0]);
-    for (const WORD id : {WORD{40003}, WORD{40015}})
-        Command(id);
-    EXPECT_THAT(FakeEditor::opened, IsEmpty());
-    EXPECT_EQ(Subjects().size(), 3u);
+// ---- Find ----
+
+TEST_F(CommandsTest, FindAsksAndThenShowsWhatTheSameRequestFinds) {
+    FakeFind::meanwhile = [&] { Write({L"written meanwhile"}); };
+    Command(40003);
+    ASSERT_EQ(FakeFind::asked.size(), 1u);
+    EXPECT_EQ(FakeFind::shown, FakeFind::asked);
+    EXPECT_EQ(Subjects().size(), 4u);
+    Command(40003);
+    EXPECT_EQ(FakeFind::asked[1], FakeFind::asked[0]);
 }
+
+TEST_F(CommandsTest, FindLeftWithoutAQuestionShowsNothing) {
+    for (const INT_PTR result : {INT_PTR{IDCANCEL}, INT_PTR{-1}}) {
+        FakeFind::ask = [&] { return result; };
+        Command(40003);
+    }
+    EXPECT_EQ(FakeFind::asked.size(), 2u);
+    EXPECT_THAT(FakeFind::shown, IsEmpty());
+}
+
+TEST_F(CommandsTest, TheEntryOpenedFromWhatWasFoundIsSelectedInTheList) {
+    FakeFind::meanwhile = [&] {
+        selection_.Clear();
+        selection_.Add(ids_[2]);
+        selection_.SetCurrent(ids_[2]);
+    };
+    List().SelectEntry(ids_[0]);
+    Command(40003);
+    EXPECT_THAT(selection_.Ids(), ElementsAre(ids_[2]));
+    EXPECT_EQ(List().GetNextItem(-1, LVNI_SELECTED | LVNI_FOCUSED), 2);
+    EXPECT_EQ(List().GetSelectedCount(), 1);
+}
+
+TEST_F(CommandsTest, AProgramClosedUnderFindShowsNothingMore) {
+    FakeFind::ask = [&] { return window_->SendMessage(WM_CLOSE), IDOK; };
+    Command(40003);
+    EXPECT_THAT(FakeFind::shown, IsEmpty());
+}
+
+TEST_F(CommandsTest, AProgramClosedUnderWhatWasFoundIsGone) {
+    FakeFind::meanwhile = [&] { window_->SendMessage(WM_CLOSE); };
+    Command(40003);
+    EXPECT_EQ(FakeFind::shown.size(), 1u);
+    EXPECT_FALSE(window_->IsWindow());
+}
+
+// ---- Export ----
 
 class ExportCommandTest : public CommandsTest, public testing::WithParamInterface<WORD> {};
 
