@@ -71,7 +71,8 @@ private:
     struct Place {
         LONG at = 0;  // the character
         int id = 0;
-        RECT area{};  // on the client area; as far as the picture reaches
+        double scale = 1;  // pixels a twip
+        RECT area{};       // on the client area; as far as the picture reaches
     };
     // One unit for each character position, paragraphs end in CR.
     std::wstring RawText() const;
@@ -81,6 +82,7 @@ private:
     int PictureAt(LONG at) const;
     POINT PointOfCharacter(LONG at) const;
     double Scale() const;  // pixels a twip
+    double ScaleOf(const InkPicture& picture, LONG room) const;
     std::wstring WithoutPictures(const std::wstring& text, LONG first, const std::vector<bool>& isPicture) const;
 
     // rich_ink_drawing.cpp: the pen.
@@ -93,7 +95,7 @@ private:
     void AppendPicture(LONG at, const std::vector<POINT>& points);
     void InsertPicture(LONG at, POINT origin, const std::vector<POINT>& points, const char* before, const char* after);
     int AddPicture(POINT origin, const std::vector<POINT>& points);
-    InkPicture::Stroke StrokeFrom(POINT origin, const std::vector<POINT>& points) const;
+    static InkPicture::Stroke StrokeFrom(POINT origin, double scale, const std::vector<POINT>& points);
     void InsertRtf(const std::string& rtf);
     template <typename Act>
     void AsOneChange(Act act);
@@ -132,8 +134,11 @@ private:
     std::optional<InkCanvas> live_;  // the stroke being drawn
     std::vector<POINT> pen_;         // its points, on the client area
     ITextDocument* document_ = nullptr;
-    std::map<int, InkCanvas> drawn_;  // pictures as last drawn, all of them with this scale
-    double drawnScale_ = 0;
+    struct Drawn {
+        double scale = 0;
+        InkCanvas canvas;
+    };
+    std::map<int, Drawn> drawn_;  // pictures as last drawn
     bool skipReturn_ = false;     // the character of a Return that was refused as a key
     bool skipSurrogate_ = false;  // the second half of a character whose first was refused
 };

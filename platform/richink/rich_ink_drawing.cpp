@@ -102,8 +102,7 @@ void RichInkControl::FinishStroke() {
     InvalidateRect(window_, nullptr, TRUE);
 }
 
-InkPicture::Stroke RichInkControl::StrokeFrom(POINT origin, const std::vector<POINT>& points) const {
-    const double scale = Scale();
+InkPicture::Stroke RichInkControl::StrokeFrom(POINT origin, double scale, const std::vector<POINT>& points) {
     std::vector<POINT> twips;
     twips.reserve(points.size());
     for (const POINT& point : points)
@@ -113,7 +112,7 @@ InkPicture::Stroke RichInkControl::StrokeFrom(POINT origin, const std::vector<PO
 
 int RichInkControl::AddPicture(POINT origin, const std::vector<POINT>& points) {
     InkPicture picture;
-    AddStroke(picture, StrokeFrom(origin, points));
+    AddStroke(picture, StrokeFrom(origin, Scale(), points));
     return book_.Add(std::move(picture));
 }
 
@@ -182,7 +181,7 @@ bool RichInkControl::ExtendPicture(const Place& place, const std::vector<POINT>&
     const InkPicture* before = book_.Find(place.id);
     if (!before->IsInk()) return false;
     InkPicture picture = *before;
-    AddStroke(picture, StrokeFrom({place.area.left, place.area.top}, points));
+    AddStroke(picture, StrokeFrom({place.area.left, place.area.top}, place.scale, points));
     if (picture.size.cy > kTallestPicture) return false;
     const int id = book_.Add(std::move(picture));
     AsOneChange([&] {

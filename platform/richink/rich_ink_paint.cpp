@@ -71,16 +71,15 @@ void RichInkControl::DrawPicture(HDC dc, const Place& place) {
         DeleteObject(brush);
         return;
     }
-    if (drawnScale_ != Scale() || drawn_.size() >= kMostDrawn) drawn_.clear();
-    drawnScale_ = Scale();
     const SIZE size{place.area.right - place.area.left, place.area.bottom - place.area.top};
     auto drawn = drawn_.find(place.id);
-    if (drawn == drawn_.end()) {
-        drawn = drawn_.emplace(place.id, InkCanvas(size)).first;
+    if (drawn == drawn_.end() || drawn->second.scale != place.scale) {
+        if (drawn_.size() >= kMostDrawn) drawn_.clear();
+        drawn = drawn_.insert_or_assign(place.id, Drawn{place.scale, InkCanvas(size)}).first;
         for (const InkPicture::Stroke& stroke : picture.strokes)
-            drawn->second.Draw(stroke, drawnScale_);
+            drawn->second.canvas.Draw(stroke, place.scale);
     }
-    drawn->second.Blend(dc, {place.area.left, place.area.top}, {0, 0, size.cx, size.cy});
+    drawn->second.canvas.Blend(dc, {place.area.left, place.area.top}, {0, 0, size.cx, size.cy});
 }
 
 // Lines under the lines of text, and on below the last of them, also across tall pictures. They darken only the paper.

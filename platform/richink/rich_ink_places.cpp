@@ -79,9 +79,19 @@ double RichInkControl::Scale() const {
     return ScreenDpi() * (zoom_ / 100.0) / kTwipsAnInch;
 }
 
+// A line cannot be scrolled sideways: a picture wider than the window is shown as wide as the window, at the top of the
+// height it would have. A stroke may reach a little past the edge.
+double RichInkControl::ScaleOf(const InkPicture& picture, LONG room) const {
+    const double scale = Scale();
+    if (room <= 0 || picture.size.cx * scale <= room + 3 * kPenTwips * scale) return scale;
+    return static_cast<double>(room) / picture.size.cx;
+}
+
 std::vector<RichInkControl::Place> RichInkControl::Places() const {
     std::vector<Place> places;
     if (book_.IsEmpty()) return places;
+    RECT client{};
+    GetClientRect(window_, &client);
     const CHARRANGE visible = VisibleText();
     const std::wstring text = RawText(visible);
     for (size_t at = text.find(kInkCharacter); at != std::wstring::npos; at = text.find(kInkCharacter, at + 1)) {
@@ -90,9 +100,10 @@ std::vector<RichInkControl::Place> RichInkControl::Places() const {
         place.id = PictureAt(place.at);
         if (!place.id) continue;
         const POINT corner = PointOfCharacter(place.at);
-        const SIZE size = book_.Find(place.id)->size;
-        place.area = {corner.x, corner.y, corner.x + static_cast<LONG>(size.cx * Scale() + 1),
-                      corner.y + static_cast<LONG>(size.cy * Scale() + 1)};
+        const InkPicture& picture = *book_.Find(place.id);
+        place.scale = ScaleOf(picture, client.right - corner.x);
+        place.area = {corner.x, corner.y, corner.x + static_cast<LONG>(picture.size.cx * place.scale + 1),
+                      corner.y + static_cast<LONG>(picture.size.cy * place.scale + 1)};
         places.push_back(place);
     }
     return places;

@@ -288,6 +288,27 @@ TEST_F(RichInkDrawingTest, InkIsEnlargedWithTheText) {
     EXPECT_GT(DarkIn({40, 34, 162, 48}), 200);
 }
 
+TEST_F(RichInkDrawingTest, InkWiderThanTheWindowIsShownAsWideAsTheWindow) {
+    Stroke({{20, 60}, {200, 60}, {200, 90}});
+    const Picture before = Pixels({0, 0, 240, 200});
+    const std::string saved = Save(kRtf);
+    Send(EM_SETZOOMPERCENT, 0, 300);
+    RECT client{};
+    GetClientRect(Ink(), &client);
+    const LONG right = client.right;
+    EXPECT_GT(DarkIn({right / 2, 0, right, client.bottom}), 80);
+    EXPECT_GT(DarkIn({right * 8 / 10, 0, right, client.bottom}), 20);  // the stroke down its right side
+    // A stroke on it stays where it was drawn.
+    Stroke({{30, 20}, {100, 20}});
+    EXPECT_GT(DarkIn({30, 16, 100, 24}), 40);
+    EXPECT_EQ(Pictures(Save(kRtf)), 1);
+    Send(EM_UNDOEVENT);
+    EXPECT_EQ(Save(kRtf), saved);
+    Send(EM_SETZOOMPERCENT, 0, 100);
+    Send(EM_SETSEL, 0, 0);
+    EXPECT_EQ(Dark(Pixels({0, 0, 240, 200})), Dark(before));
+}
+
 TEST_F(RichInkDrawingTest, TheTypingViewDrawsNothing) {
     Send(EM_SETVIEW, VT_TYPINGVIEW);
     Stroke(kLine);
