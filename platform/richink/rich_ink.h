@@ -101,6 +101,7 @@ private:
     void AsOneChange(Act act);
     void TellChanged();
     void LeaveInkFormat();
+    bool IsBehindPicture() const;
 
     // rich_ink_paint.cpp: what is drawn over the rich edit's text.
     LRESULT OnPaint(WPARAM wparam, LPARAM lparam);

@@ -223,6 +223,16 @@ void RichInkControl::InsertPicture(LONG at, POINT origin, const std::vector<POIN
     TellChanged();
 }
 
+// Text directly behind a picture would be written across it, as its character has no width: it begins a line of its
+// own.
+bool RichInkControl::IsBehindPicture() const {
+    if (book_.IsEmpty()) return false;
+    CHARRANGE selection{};
+    Base(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+    return selection.cpMin > 0 && RawText({selection.cpMin - 1, selection.cpMin})[0] == kInkCharacter &&
+           PictureAt(selection.cpMin - 1) != 0;
+}
+
 // Text beside a picture must not take its font, which would make lines as high as the picture.
 void RichInkControl::LeaveInkFormat() {
     if (book_.IsEmpty()) return;

@@ -52,8 +52,10 @@ bool RichInkControl::OnChar(wchar_t c) {
     }
     const bool writes = c >= L' ' || c == L'\t' || c == L'\r';
     if (!writes || c == 0x7F || IsReadOnly()) return false;
-    if (Room() >= (IS_HIGH_SURROGATE(c) ? 2 : 1)) {
+    const bool newLine = c != L'\r' && !IS_LOW_SURROGATE(c) && IsBehindPicture();
+    if (Room() >= (IS_HIGH_SURROGATE(c) ? 2 : 1) + (newLine ? 1 : 0)) {
         LeaveInkFormat();
+        if (newLine) Base(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L"\r"));
         return false;
     }
     skipSurrogate_ = IS_HIGH_SURROGATE(c);
@@ -115,13 +117,18 @@ bool RichInkControl::OnReplace(bool undoable, const wchar_t* text) {
     return true;
 }
 
-// Puts in what fits and says so; false, with nothing done, when all fits.
+// Puts in what fits and says so; false, with nothing done, when all fits as it is.
 bool RichInkControl::ReplaceWithin(bool undoable, const wchar_t* text) {
     std::wstring whole = text;
+    const bool newLine = !whole.empty() && whole[0] != L'\r' && whole[0] != L'\n' && IsBehindPicture();
+    if (newLine) whole.insert(0, L"\r\n");
     const LONG room = Room();
     const size_t units = UnitsThatFit(whole, room);
     if (!whole.empty()) LeaveInkFormat();
-    if (units == whole.size()) return false;
+    if (units == whole.size()) {
+        if (newLine) Base(EM_REPLACESEL, undoable, reinterpret_cast<LPARAM>(whole.c_str()));
+        return newLine;
+    }
     whole.resize(units);
     if (!whole.empty()) Base(EM_REPLACESEL, undoable, reinterpret_cast<LPARAM>(whole.c_str()));
     TellFull();

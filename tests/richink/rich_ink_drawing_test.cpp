@@ -187,6 +187,41 @@ TEST_F(RichInkDrawingTest, TextTypedBehindInkIsOfOrdinarySize) {
     EXPECT_EQ(Pictures(Save(kRtf)), 1);
 }
 
+TEST_F(RichInkDrawingTest, TextBehindInkBeginsALineOfItsOwn) {
+    LoadText(L"above");
+    Stroke(kLine);
+    const std::wstring before = PlainText();
+    Send(EM_SETSEL, -1, -1);
+    Write(L"below");
+    EXPECT_EQ(PlainText(), before + L"\r\nbelow");
+    EXPECT_GT(DarkIn(kAroundLine), 80);
+    while (CanUndo() && PlainText() != before)
+        Send(EM_UNDOEVENT);
+    EXPECT_TRUE(HasPicture());
+    for (const wchar_t* text : {L"put", L"\r\nput"}) {
+        Send(EM_SETSEL, -1, -1);
+        Replace(text);
+        EXPECT_EQ(PlainText(), before + L"\r\nput");
+        Send(EM_UNDOEVENT);
+        EXPECT_EQ(PlainText(), before);
+    }
+    Send(EM_SETSEL, 0, 0);
+    Write(L"x");
+    EXPECT_EQ(PlainText(), L"x" + before);
+}
+
+TEST_F(RichInkDrawingTest, TextBehindInkAtTheLimitIsRefusedWhole) {
+    Stroke(kLine);
+    const int length = static_cast<int>(Send(WM_GETTEXTLENGTH));
+    Send(EM_SETLIMITTEXT, static_cast<WPARAM>(length + 1));
+    Send(EM_SETSEL, -1, -1);
+    Forget();
+    Write(L"x");
+    EXPECT_EQ(PlainText(), L"");
+    EXPECT_EQ(Count(EN_MAXTEXT), 1);
+    EXPECT_EQ(Count(EN_CHANGE), 0);
+}
+
 TEST_F(RichInkDrawingTest, TypingOverSelectedInkIsOfOrdinarySize) {
     Stroke(kLine);
     SelectAll();
