@@ -161,6 +161,32 @@ TEST_F(OptionsScreenTest, EndsAtOnceWhenTheLibrarysOptionsCannotBeHad) {
     EXPECT_EQ(OptionsScreen::Run(stage_.Owner(), launchers_), -1);
 }
 
+// What of the texts drawn did not fit the place they were drawn in.
+std::vector<std::wstring> cut;
+int drawn = 0;
+
+int WINAPI DrawAndNoteWhatIsCut(HDC dc, LPCWSTR text, int length, LPRECT place, UINT format) {
+    RECT needed = *place;
+    const auto real = reinterpret_cast<decltype(&::DrawTextW)>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), "DrawTextW")));
+    const UINT measure = format & ~static_cast<UINT>(DT_END_ELLIPSIS);
+    real(dc, text, length, &needed, measure | DT_CALCRECT);
+    ++drawn;
+    if (needed.right > place->right) cut.emplace_back(text, static_cast<size_t>(length));
+    return 1;
+}
+
+TEST_F(OptionsScreenTest, NothingIsCutOnTheSmallestScreen) {
+    Open([&] {
+        cut.clear();
+        drawn = 0;
+        const ReplacedImport draw(nullptr, "DrawTextW", DrawAndNoteWhatIsCut);
+        RedrawWindow(List(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+    });
+    EXPECT_EQ(drawn, 8);
+    EXPECT_THAT(cut, ElementsAre());
+}
+
 // ---- Tapping ----
 
 TEST_F(OptionsScreenTest, TheLabelColumnDoesNothing) {
