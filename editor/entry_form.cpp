@@ -92,6 +92,7 @@ void EntryForm::FillRows(const PimData* pim, WORD startField) {
         if (!pim && field.GetID() == startField) startRow_ = row;
         ++row;
     }
+    list_.FitColumns();
 }
 
 std::wstring EntryForm::LoadBody(DbJItem& field) {

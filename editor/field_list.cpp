@@ -81,6 +81,10 @@ bool FieldList::CreateIn(HWND parent, int id, const RECT& place) {
 void FieldList::Place(const RECT& place) {
     const int width = place.right - place.left;
     MoveWindow(place.left, place.top, width, place.bottom - place.top);
+    FitColumns();
+}
+
+void FieldList::FitColumns() {
     // The scroll bar takes from the page, so that the columns need no second one below them.
     RECT client = {};
     GetClientRect(&client);

@@ -15,6 +15,8 @@ public:
 
     // Moves the list and gives its columns a third and two thirds of its width.
     void Place(const RECT& place);
+    // Gives them anew: after rows have come or gone, and with them the scroll bar.
+    void FitColumns();
 
     // Adds a row at the end. `kind` is the field's item type; 0: the row has a caption only.
     void AppendRow(const wchar_t* caption, int kind);
