@@ -56,10 +56,15 @@ struct SHMENUBARINFO {
 // toolbar. The bar goes with its owner, or earlier by DestroyWindow; the OK button of the owner outlives its bars.
 CEHOST_API BOOL SHCreateMenuBar(SHMENUBARINFO* info);
 
+// Ours: the command of the bar's button that raises and lowers the input panel. The bar carries it out by itself; the
+// owner does not get it. SHCMBF_HIDESIPBUTTON makes a bar without the button, and its screen never shows the panel.
+inline constexpr UINT kInputPanelCommand = 2999;
+
 // The bar of a window, or null.
 CEHOST_API HWND SHFindMenuBar(HWND owner);
 
-// Ours: how many device pixels at the bottom of the owner's client area its visible menu bar takes; 0 without one.
+// Ours: how many device pixels at the bottom of the owner's client area its visible menu bar takes, and the input panel
+// above it while that is up; 0 without either.
 CEHOST_API int SHMenuBarHeight(HWND owner);
 
 enum : UINT {
@@ -130,8 +135,9 @@ CEHOST_API BOOL SHDoneButton(HWND window, DWORD state);
 // ---- Screen ----
 // Ours: turns the style and size of a device's top-level window (the size that start-up computes from SHSipInfo: the
 // visible desktop, less the menu bar while the input panel is down) into those of the window on the desktop: caption,
-// system menu, minimise box and resizable frame are added to the style, the menu bar and the frame to the size, which
-// is cut to the desktop's work area. WS_VISIBLE is taken out, so that the program's own Show decides when it appears.
+// system menu, minimise box and resizable frame are added to the style, the menu bar, the input panel that is up and
+// the frame to the size, which is cut to the desktop's work area. WS_VISIBLE is taken out, so that the program's own
+// Show decides when it appears.
 CEHOST_API void SHScreenWindow(DWORD* style, SIZE* size);
 
 // A window becomes a screen when it gets a menu bar or passes through SHInitDialog. From then on
@@ -142,6 +148,10 @@ CEHOST_API void SHScreenWindow(DWORD* style, SIZE* size);
 // - the control that had the focus gets it back when the window is activated again.
 
 // ---- Input panel ----
+// A small keyboard above the menu bar of every screen of the thread, raised and lowered by the button at the right end
+// of the bar; down when the program starts. It never takes the focus; its keys are posted to the window that has it, as
+// WM_CHAR or as WM_KEYDOWN and WM_KEYUP. Going up or down it sends every screen WM_SIZE and then WM_SETTINGCHANGE with
+// SPI_SETSIPINFO, as a new size does, and SHMenuBarHeight tells how much room it takes.
 enum : UINT { SPI_SETSIPINFO = 224, SPI_GETSIPINFO = 225 };
 enum : DWORD { SIPF_OFF = 0x0, SIPF_ON = 0x1, SIPF_DOCKED = 0x2, SIPF_LOCKED = 0x4 };
 
@@ -156,11 +166,13 @@ struct SIPINFO {
 
 // SPI_GETSIPINFO fills the record: the device screen (240x320 logical pixels, or what the environment variable
 // CE_SCREEN or the value "Screen" of HKEY_CURRENT_USER\Software\Pocket PC says as WIDTHxHEIGHT, each 160 to 1920) less
-// the 26 of the title area. The panel is always down. SPI_SETSIPINFO accepts nothing else. FALSE (87) otherwise.
+// the 26 of the title area, and less what lies from the panel downwards while it is up. SPI_SETSIPINFO raises and
+// lowers the panel by SIPF_ON. FALSE (87) otherwise.
 CEHOST_API BOOL SHSipInfo(UINT action, UINT param, PVOID info, UINT winIni);
 
 enum SIPSTATE { SIP_UP = 0, SIP_DOWN = 1, SIP_FORCEDOWN = 2, SIP_UNCHANGED = 3, SIP_INPUTDIALOG = 4 };
-// What the window would like the panel to be. TRUE; there is no panel to move yet.
+// What the window would like the panel to be: up; down, which any other wish within a moment takes back; down at once.
+// The rest leaves it alone. TRUE.
 CEHOST_API BOOL SHSipPreference(HWND window, SIPSTATE state);
 
 struct SHACTIVATEINFO {  // zero before the first use

@@ -86,7 +86,11 @@ BOOL Refuse() {
 
 void SHScreenWindow(DWORD* style, SIZE* size) {
     *style = (*style | kFrame | WS_MINIMIZEBOX) & ~static_cast<DWORD>(WS_VISIBLE);
-    *size = FramedSize({size->cx, size->cy + Px(kMenuBarHeight)}, *style, 0);
+    SIPINFO panel{};
+    panel.cbSize = sizeof(panel);
+    SHSipInfo(SPI_GETSIPINFO, 0, &panel, 0);
+    const LONG panelHeight = panel.fdwFlags & SIPF_ON ? panel.rcSipRect.bottom - panel.rcSipRect.top : 0;
+    *size = FramedSize({size->cx, size->cy + panelHeight + Px(kMenuBarHeight)}, *style, 0);
 }
 
 BOOL SHInitDialog(SHINITDLGINFO* info) {
@@ -95,6 +99,7 @@ BOOL SHInitDialog(SHINITDLGINFO* info) {
     if (!screen) return Refuse();
     screen->SetCloseCommand(GetDlgItem(info->hDlg, IDCANCEL) ? IDCANCEL : IDOK);
     EnumChildWindows(info->hDlg, KeepReturn, 0);
+    if (info->dwFlags & SHIDIF_SIPDOWN) SHSipPreference(info->hDlg, SIP_FORCEDOWN);
     if (info->dwFlags & kSizeFlags) FillScreen(info->hDlg);
     if (info->dwFlags & SHIDIF_DONEBUTTON) {
         const bool grows = !(info->dwFlags & kSizeFlags) && !screen->Bar();

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "aygshell.h"
+#include "platform/shell/input_panel.h"
 #include "platform/shell/screen.h"
 #include "platform/window_support.h"
 #include "px.h"
@@ -69,14 +70,14 @@ MenuBar* MenuBar::Of(HWND bar) {
     return reinterpret_cast<MenuBar*>(GetWindowLongPtrW(bar, GWLP_USERDATA));
 }
 
-HWND MenuBar::CreateEmpty(HWND owner, bool visible) {
+HWND MenuBar::CreateEmpty(HWND owner, DWORD flags) {
     if (!RegisterClasses()) return nullptr;
     auto* bar = new (std::nothrow) MenuBar(owner);
-    return bar ? bar->CreateFrame(visible) : nullptr;
+    return bar ? bar->CreateFrame(flags) : nullptr;
 }
 
-HWND MenuBar::Create(HWND owner, HINSTANCE module, UINT id, UINT pictures, bool visible) {
-    const HWND frame = CreateEmpty(owner, false);
+HWND MenuBar::Create(HWND owner, HINSTANCE module, UINT id, UINT pictures, DWORD flags) {
+    const HWND frame = CreateEmpty(owner, flags | SHCMBF_HIDDEN);
     if (!frame) return nullptr;
     if (!Of(frame)->Load(module, id, pictures)) {
         const DWORD error = GetLastError();
@@ -84,13 +85,14 @@ HWND MenuBar::Create(HWND owner, HINSTANCE module, UINT id, UINT pictures, bool 
         SetLastError(error);
         return nullptr;
     }
-    if (visible) ShowWindow(frame, SW_SHOWNA);
+    if (!(flags & SHCMBF_HIDDEN)) ShowWindow(frame, SW_SHOWNA);
     return frame;
 }
 
 // The window owns the object from WM_NCCREATE to WM_NCDESTROY.
-HWND MenuBar::CreateFrame(bool visible) {
-    const DWORD style = WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | (visible ? WS_VISIBLE : 0);
+HWND MenuBar::CreateFrame(DWORD flags) {
+    const DWORD visible = flags & SHCMBF_HIDDEN ? 0 : WS_VISIBLE;
+    const DWORD style = WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | visible;
     RECT client{};
     GetClientRect(owner_, &client);
     const int height = Px(kMenuBarHeight);
@@ -98,6 +100,7 @@ HWND MenuBar::CreateFrame(bool visible) {
                                        client.right, height, owner_, nullptr, OwnModule(), this);
     if (frame) {
         SetWindowPos(frame, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        if (flags & SHCMBF_HIDESIPBUTTON) ShowWindow(panel_, SW_HIDE);
         const Screen* screen = Screen::Of(owner_);
         ShowDone(screen && screen->HasDone());
     }
@@ -113,10 +116,15 @@ bool MenuBar::CreateParts(HWND frame) {
     if (!rebar_) return false;
     toolbar_ = CreateToolbar(rebar_);
     done_ = CreateToolbar(frame);
-    if (!toolbar_ || !done_) return false;
+    panel_ = CreateToolbar(frame);
+    if (!toolbar_ || !done_ || !panel_) return false;
     menuWindow_ = CreateWindowExW(0, kMenuClass, nullptr, WS_CHILD, 0, 0, 0, 0, toolbar_, nullptr, OwnModule(), this);
     AddButton(done_, {IDOK, -1, L"ok", nullptr, false}, TBSTATE_ENABLED, BTNS_BUTTON);
+    SetButtonWidth(done_, IDOK, Px(kDoneButton));
     ShowWindow(done_, SW_HIDE);
+    AddButton(panel_, {kInputPanelCommand, -1, L"Keyboard", nullptr, false}, TBSTATE_ENABLED, BTNS_BUTTON);
+    SetButtonWidth(panel_, kInputPanelCommand, Px(kPictureButton));
+    ShowPanelState();
     return menuWindow_ != nullptr;
 }
 
@@ -187,11 +195,7 @@ void MenuBar::Fit() {
             width = TextWidth(TextOf(toolbar_, item.command)) + 2 * Px(kTextMargin);
             if (IsTwoPart(item.command)) width += Px(kArrowPart);
         }
-        TBBUTTONINFOW info{};
-        info.cbSize = sizeof(info);
-        info.dwMask = TBIF_SIZE;
-        info.cx = static_cast<WORD>(width);
-        SendMessageW(toolbar_, TB_SETBUTTONINFOW, item.command, reinterpret_cast<LPARAM>(&info));
+        SetButtonWidth(toolbar_, item.command, width);
     }
 }
 
@@ -199,12 +203,23 @@ RECT MenuBar::ArrowPart(const RECT& button) const {
     return {button.right - Px(kArrowPart), button.top, button.right, button.bottom};
 }
 
-void MenuBar::ShowDone(bool shown) {
+void MenuBar::SetButtonWidth(HWND bar, UINT command, int width) const {
     TBBUTTONINFOW info{};
     info.cbSize = sizeof(info);
     info.dwMask = TBIF_SIZE;
-    info.cx = static_cast<WORD>(Px(kDoneButton));
-    SendMessageW(done_, TB_SETBUTTONINFOW, IDOK, reinterpret_cast<LPARAM>(&info));
+    info.cx = static_cast<WORD>(width);
+    SendMessageW(bar, TB_SETBUTTONINFOW, command, reinterpret_cast<LPARAM>(&info));
+}
+
+bool MenuBar::HasPanelButton() const {
+    return (GetWindowLongW(panel_, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+void MenuBar::ShowPanelState() const {
+    SendMessageW(panel_, TB_CHECKBUTTON, kInputPanelCommand, InputPanel::IsUp());
+}
+
+void MenuBar::ShowDone(bool shown) {
     ShowWindow(done_, shown ? SW_SHOWNA : SW_HIDE);
     LayOut();
 }
@@ -214,11 +229,13 @@ void MenuBar::LayOut() const {
     GetClientRect(frame_, &client);
     const bool hasDone = (GetWindowLongW(done_, GWL_STYLE) & WS_VISIBLE) != 0;
     const int doneWidth = hasDone ? Px(kDoneButton) + Px(2) : 0;
-    const int width = std::max<int>(0, client.right - doneWidth);
+    const int panelWidth = HasPanelButton() ? Px(kPictureButton) : 0;
+    const int width = std::max<int>(0, client.right - doneWidth - panelWidth);
     const int height = client.bottom - 1;  // the line along the top is the frame's
     MoveWindow(rebar_, 0, 1, width, height, TRUE);
     MoveWindow(toolbar_, 0, 0, width, height, TRUE);
-    MoveWindow(done_, width, 1, Px(kDoneButton), height, TRUE);
+    MoveWindow(panel_, width, 1, Px(kPictureButton), height, TRUE);
+    MoveWindow(done_, width + panelWidth, 1, Px(kDoneButton), height, TRUE);
 }
 
 MenuBar::Item* MenuBar::Find(UINT command) {
@@ -262,6 +279,8 @@ LRESULT MenuBar::OnNotify(NMHDR* notice) {
             // A text that is on the button needs no tip.
             if (notice->hwndFrom == toolbar_ && item && item->image >= 0) {
                 lstrcpynW(tip->pszText, TextOf(toolbar_, item->command).c_str(), tip->cchTextMax);
+            } else if (notice->hwndFrom == panel_) {
+                lstrcpynW(tip->pszText, TextOf(panel_, kInputPanelCommand).c_str(), tip->cchTextMax);
             } else if (tip->cchTextMax > 0) {
                 tip->pszText[0] = 0;
             }
@@ -318,10 +337,9 @@ BOOL SHCreateMenuBar(SHMENUBARINFO* info) {
     info->hwndMB = nullptr;
     Screen* screen = Screen::Make(info->hwndParent);
     if (!screen) return FALSE;
-    const bool visible = (info->dwFlags & SHCMBF_HIDDEN) == 0;
-    info->hwndMB = info->dwFlags & SHCMBF_EMPTYBAR ? MenuBar::CreateEmpty(info->hwndParent, visible)
+    info->hwndMB = info->dwFlags & SHCMBF_EMPTYBAR ? MenuBar::CreateEmpty(info->hwndParent, info->dwFlags)
                                                    : MenuBar::Create(info->hwndParent, info->hInstRes, info->nToolBarId,
-                                                                     static_cast<UINT>(info->nBmpId), visible);
+                                                                     static_cast<UINT>(info->nBmpId), info->dwFlags);
     if (!info->hwndMB) return FALSE;
     screen->SetBar(info->hwndMB);
     return TRUE;
@@ -334,5 +352,5 @@ HWND SHFindMenuBar(HWND owner) {
 
 int SHMenuBarHeight(HWND owner) {
     const Screen* screen = Screen::Of(owner);
-    return screen ? screen->BarHeight() : 0;
+    return screen ? screen->BarHeight() + screen->PanelHeight() : 0;
 }

@@ -1,6 +1,7 @@
 // The menu bar of a screen: a window of class CBFRAME, in it a ReBarWindow32, in that the ToolbarWindow32 with the
 // buttons, whose first child is the hidden window of class Menu that leads the keyboard along the buttons. The OK
-// button is a toolbar of its own beside the ReBarWindow32, so that it stays when buttons are added or hidden.
+// button and that of the input panel are toolbars of their own beside the ReBarWindow32, so that they stay when buttons
+// are added or hidden.
 #pragma once
 
 #include <win.h>
@@ -13,14 +14,19 @@
 
 class MenuBar {
 public:
-    // Makes a bar and gives it to the owner's screen. Null with the last error set when a part of it is missing.
-    static HWND Create(HWND owner, HINSTANCE module, UINT id, UINT pictures, bool visible);
+    // Makes a bar with the buttons of a resource; the caller gives it to the screen. `flags` are SHCMBF_*. Null with
+    // the last error set when a part of it is missing.
+    static HWND Create(HWND owner, HINSTANCE module, UINT id, UINT pictures, DWORD flags);
     // Makes a bar without buttons; the caller gives it to the screen.
-    static HWND CreateEmpty(HWND owner, bool visible = true);
+    static HWND CreateEmpty(HWND owner, DWORD flags = 0);
     // The object behind a bar, or null for any other window.
     static MenuBar* Of(HWND bar);
 
     void ShowDone(bool shown);
+
+    // The button that raises and lowers the input panel.
+    bool HasPanelButton() const;
+    void ShowPanelState() const;
 
     // The keyboard walks along the buttons until it has chosen one or given up; a letter opens the drop-down that
     // begins with it at once. False when there is nothing to walk along or no such drop-down.
@@ -52,7 +58,7 @@ private:
                                          DWORD_PTR object);
 
     // menu_bar.cpp: the windows and what is in them.
-    HWND CreateFrame(bool visible);
+    HWND CreateFrame(DWORD flags);
     bool CreateParts(HWND frame);
     HWND CreateToolbar(HWND parent);
     bool Load(HINSTANCE module, UINT id, UINT pictures);
@@ -60,6 +66,7 @@ private:
     void AddButton(HWND bar, const Item& item, BYTE state, BYTE style);
     void Fit();  // the widths of the buttons to their texts
     void LayOut() const;
+    void SetButtonWidth(HWND bar, UINT command, int width) const;
     LRESULT OnFrameMessage(UINT message, WPARAM wparam, LPARAM lparam);
     LRESULT OnToolbarMessage(UINT message, WPARAM wparam, LPARAM lparam);
     LRESULT OnNotify(NMHDR* notice);
@@ -87,6 +94,7 @@ private:
     // menu_bar_paint.cpp: the look.
     LRESULT OnCustomDraw(NMTBCUSTOMDRAW* draw);
     void DrawButton(const NMTBCUSTOMDRAW& draw);
+    void DrawKeyboard(HDC dc, const RECT& area, COLORREF colour) const;
     void DrawSeparators(HDC dc, HWND bar) const;
     void DrawFrame(HDC dc) const;
     int TextWidth(const std::wstring& text) const;
@@ -98,6 +106,7 @@ private:
     HWND toolbar_ = nullptr;
     HWND menuWindow_ = nullptr;
     HWND done_ = nullptr;
+    HWND panel_ = nullptr;  // the button of the input panel
     HFONT font_ = nullptr;
     HFONT boldFont_ = nullptr;
     HMENU menu_ = nullptr;  // the MENU resource

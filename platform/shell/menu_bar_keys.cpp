@@ -45,6 +45,7 @@ std::vector<MenuBar::Mark> MenuBar::Stops() const {
     for (const Item& item : items_) {
         if (!item.separator) add(toolbar_, item.command);
     }
+    if (HasPanelButton()) add(panel_, kInputPanelCommand);
     if (GetWindowLongW(done_, GWL_STYLE) & WS_VISIBLE) add(done_, IDOK);
     return stops;
 }
@@ -52,6 +53,7 @@ std::vector<MenuBar::Mark> MenuBar::Stops() const {
 void MenuBar::SetMark(Mark mark) {
     mark_ = mark;
     InvalidateRect(toolbar_, nullptr, FALSE);
+    InvalidateRect(panel_, nullptr, FALSE);
     InvalidateRect(done_, nullptr, FALSE);
 }
 

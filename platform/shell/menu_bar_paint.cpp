@@ -87,6 +87,28 @@ void MenuBar::DrawSeparators(HDC dc, HWND bar) const {
     }
 }
 
+// A keyboard: its case, two rows of keys and a space bar.
+void MenuBar::DrawKeyboard(HDC dc, const RECT& area, COLORREF colour) const {
+    const int thick = Px(1);
+    const SIZE size{15 * thick, 11 * thick};
+    const LONG left = (area.left + area.right - size.cx) / 2;
+    const LONG top = (area.top + area.bottom - size.cy) / 2;
+    const auto fill = [&](int x, int y, int width, int height) {
+        FillColour(dc, {left + x * thick, top + y * thick, left + (x + width) * thick, top + (y + height) * thick},
+                   colour);
+    };
+    fill(0, 0, 15, 1);
+    fill(0, 10, 15, 1);
+    fill(0, 0, 1, 11);
+    fill(14, 0, 1, 11);
+    for (int x = 2; x <= 12; x += 2) {
+        fill(x, 2, 1, 1);
+        fill(x, 4, 1, 1);
+        fill(x, 6, 1, 1);
+    }
+    fill(4, 8, 7, 1);
+}
+
 void MenuBar::DrawButton(const NMTBCUSTOMDRAW& draw) {
     const HDC dc = draw.nmcd.hdc;
     const HWND bar = draw.nmcd.hdr.hwndFrom;
@@ -116,6 +138,7 @@ void MenuBar::DrawButton(const NMTBCUSTOMDRAW& draw) {
         return;
     }
     const COLORREF ink = enabled ? kText : kFaintText;
+    if (bar == panel_) return DrawKeyboard(dc, face, ink);
     RECT textArea = draw.nmcd.rc;
     if (item && IsTwoPart(command)) {
         const RECT arrow = ArrowPart(face);

@@ -1,5 +1,6 @@
 // What the menu bar's buttons open.
 #include "aygshell.h"
+#include "platform/shell/input_panel.h"
 #include "platform/shell/menu_bar.h"
 #include "platform/window_support.h"
 
@@ -9,6 +10,7 @@ bool MenuBar::IsTwoPart(UINT command) {
 
 // The buttons are the bar's own only inside it: outside, a command looks like any other control's.
 void MenuBar::Send(UINT command) const {
+    if (command == kInputPanelCommand) return InputPanel::SetUp(!InputPanel::IsUp());
     SendMessageW(owner_, WM_COMMAND, MAKEWPARAM(command, 0), reinterpret_cast<LPARAM>(frame_));
 }
 

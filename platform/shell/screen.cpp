@@ -1,8 +1,10 @@
 #include "platform/shell/screen.h"
 
 #include <new>
+#include <utility>
 
 #include "aygshell.h"
+#include "platform/shell/input_panel.h"
 #include "platform/shell/menu_bar.h"
 #include "platform/window_support.h"
 #include "px.h"
@@ -73,6 +75,13 @@ int Screen::BarHeight() const {
     return bar_ && (GetWindowLongW(bar_, GWL_STYLE) & WS_VISIBLE) ? Px(kMenuBarHeight) : 0;
 }
 
+int Screen::PanelHeight() const {
+    if (!panel_) return 0;
+    RECT place{};
+    GetWindowRect(panel_, &place);
+    return place.bottom - place.top;
+}
+
 void Screen::SetBar(HWND bar) {
     const HWND before = bar_;
     bar_ = bar;
@@ -83,14 +92,40 @@ void Screen::SetBar(HWND bar) {
 void Screen::ForgetBar(HWND bar) {
     if (bar_ != bar) return;
     bar_ = nullptr;
+    PlacePanel();
     if (done_) PostMessageW(window_, RestoreBarMessage(), 0, 0);
 }
 
-void Screen::PlaceBar() const {
-    if (!bar_) return;
+void Screen::PlaceBar() {
+    if (bar_) {
+        const SIZE client = ClientSize(window_);
+        const int height = Px(kMenuBarHeight);
+        SetWindowPos(bar_, nullptr, 0, client.cy - height, client.cx, height, SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    PlacePanel();
+}
+
+// A bar without the button for the panel could not take it away again.
+bool Screen::CanShowPanel() const {
+    const MenuBar* bar = BarHeight() ? MenuBar::Of(bar_) : nullptr;
+    return bar && bar->HasPanelButton() && !IsIconic(window_);
+}
+
+void Screen::PlacePanel() {
+    if (!InputPanel::IsUp() || !CanShowPanel()) {
+        if (const HWND panel = std::exchange(panel_, nullptr)) DestroyWindow(panel);
+        return;
+    }
+    if (!panel_) panel_ = InputPanel::Create(window_);
+    if (!panel_) return;
     const SIZE client = ClientSize(window_);
-    const int height = Px(kMenuBarHeight);
-    SetWindowPos(bar_, nullptr, 0, client.cy - height, client.cx, height, SWP_NOZORDER | SWP_NOACTIVATE);
+    const int bottom = client.cy - BarHeight();
+    const int height = InputPanelHeight(client.cx, bottom);
+    SetWindowPos(panel_, HWND_TOP, 0, bottom - height, client.cx, height, SWP_NOACTIVATE | SWP_SHOWWINDOW);
+}
+
+void Screen::ShowPanelState() const {
+    if (const MenuBar* bar = MenuBar::Of(bar_)) bar->ShowPanelState();
 }
 
 void Screen::EnsureBar() {

@@ -4,6 +4,7 @@
 // 1. The bar, if there is one, is a child of the window and lies along the bottom of its client area.
 // 2. A window that shows an OK button always has a bar to show it on: the program's, or an empty one made here.
 // 3. Only a dialog has a close command.
+// 4. While the input panel is up, a screen that can show one has it as a child above its bar.
 #pragma once
 
 #include <win.h>
@@ -17,14 +18,17 @@ public:
 
     HWND Window() const { return window_; }
     HWND Bar() const { return bar_; }
-    int BarHeight() const;  // device pixels; 0 without a visible bar
+    int BarHeight() const;    // device pixels; 0 without a visible bar
+    int PanelHeight() const;  // device pixels; 0 without an input panel
 
     // Takes a new bar and destroys the one before it.
     void SetBar(HWND bar);
     // Called by a bar that is being destroyed.
     void ForgetBar(HWND bar);
-    // Puts the bar where it belongs.
-    void PlaceBar() const;
+    // Puts the bar where it belongs, and the input panel above it, if it is up.
+    void PlaceBar();
+    // Shows on the bar whether the input panel is up.
+    void ShowPanelState() const;
 
     bool HasDone() const { return done_; }
     void SetDone(bool shown);
@@ -45,9 +49,12 @@ private:
     bool OnKeyMenu(wchar_t letter);
     bool TakeNewSize();
     void EnsureBar();
+    void PlacePanel();
+    bool CanShowPanel() const;
 
     HWND window_;
     HWND bar_ = nullptr;
+    HWND panel_ = nullptr;
     HWND focus_ = nullptr;  // the control that had the focus when the window was last deactivated
     SIZE client_{};         // as last reported to the window
     UINT closeCommand_ = 0;

@@ -8,7 +8,6 @@
 
 inline constexpr SIZE kDefaultScreen{240, 320};  // logical pixels
 inline constexpr int kTitleArea = 26;            // of the device's screen; a window's caption takes its place
-inline constexpr int kInputPanelHeight = 80;
 
 // "480x640" as a size; nothing when it is not two plain numbers of 160 to 1920.
 std::optional<SIZE> ParseScreenSize(std::wstring_view text);

@@ -39,6 +39,26 @@ TEST_F(StartTest, TheClientAreaIsTheDevicesScreenBelowItsTitle) {
     EXPECT_EQ(client.bottom, panel.rcVisibleDesktop.bottom - panel.rcVisibleDesktop.top - Px(26));
 }
 
+TEST_F(StartTest, WithTheInputPanelUpTheClientAreaIsTheVisibleDesktop) {
+    SHSipPreference(nullptr, SIP_UP);
+    EXPECT_TRUE(Start());
+    SIPINFO panel = {};
+    panel.cbSize = sizeof(panel);
+    EXPECT_TRUE(SHSipInfo(SPI_GETSIPINFO, 0, &panel, 0));
+    RECT client;
+    window_->GetClientRect(&client);
+    EXPECT_EQ(client.bottom, panel.rcVisibleDesktop.bottom - panel.rcVisibleDesktop.top);
+    RECT list;
+    List().GetWindowRect(&list);
+    window_->ScreenToClient(&list);
+    EXPECT_EQ(list.bottom, client.bottom);
+
+    SHSipPreference(nullptr, SIP_FORCEDOWN);
+    List().GetWindowRect(&list);
+    window_->ScreenToClient(&list);
+    EXPECT_EQ(list.bottom, panel.rcVisibleDesktop.bottom + panel.rcSipRect.bottom - panel.rcSipRect.top);
+}
+
 TEST_F(StartTest, TheListFillsTheClientAreaBelowTheBar) {
     ASSERT_TRUE(Start());
     RECT client;

@@ -114,9 +114,6 @@ TEST(ScreenGeometryTest, TheInputPanelIsDownAndItsPlaceIsAboveTheMenuBar) {
     EXPECT_EQ(info.fdwFlags, static_cast<DWORD>(SIPF_OFF | SIPF_DOCKED));
     EXPECT_EQ(info.rcSipRect.bottom, Px(294 - 26));
     EXPECT_EQ(info.rcSipRect.top, Px(294 - 26 - 80));
-    EXPECT_TRUE(SHSipInfo(SPI_SETSIPINFO, 0, &info, 0));
-    info.fdwFlags = SIPF_ON;
-    EXPECT_FALSE(SHSipInfo(SPI_SETSIPINFO, 0, &info, 0));
 }
 
 TEST(ScreenGeometryTest, ARecordOfAnotherSizeIsRefused) {
