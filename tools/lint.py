@@ -192,7 +192,7 @@ def scripts_are_sound(files):
                 compile((ROOT / path).read_text(encoding="utf-8"), str(path), "exec")
             except SyntaxError as error:
                 yield path, error.lineno or 1, f"not Python: {error.msg}"
-        elif path.suffix == ".sh" or str(path) in ("run", "test", "compile", "package", ".ci/run"):
+        elif path.suffix == ".sh" or str(path) in ("run", "test", "compile", "package", "journal-tool", ".ci/run"):
             checked = subprocess.run(["bash", "-n", path], cwd=ROOT, capture_output=True, text=True)
             if checked.returncode:
                 yield path, 1, checked.stderr.strip()
