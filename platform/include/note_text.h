@@ -14,5 +14,6 @@
 // without fonts, stays as it is.
 CEHOST_API void AddNoteText(std::string* stream, std::wstring_view text);
 
-// Gets that text into *text, whose memory is used again. False, with *text empty, when there is none or it does not belong to this stream.
+// Gets that text into *text, whose memory is used again. False, with *text empty, when there is none or it does not
+// belong to this stream.
 CEHOST_API bool GetNoteText(std::string_view stream, std::wstring* text);
