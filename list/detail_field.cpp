@@ -2,19 +2,10 @@
 
 #include "list/open_keys.h"
 #include "list/tap_guard.h"
-#include "ui/gdi_scope.h"
 
 namespace {
 
 constexpr UINT_PTR kSubclassId = 1;
-
-// The frame of the field that has the keys. Not an inverting one: a part of the field may be drawn alone.
-void DrawFocus(HWND field) {
-    const WindowDc dc(field);
-    RECT area;
-    GetClientRect(field, &area);
-    FrameRect(dc.Dc(), &area, GetSysColorBrush(COLOR_HIGHLIGHT));
-}
 
 }  // namespace
 
@@ -38,11 +29,6 @@ LRESULT CALLBACK DetailField::Procedure(HWND hwnd, UINT message, WPARAM wparam, 
             break;
         case WM_SETFOCUS:
         case WM_KILLFOCUS: InvalidateRect(hwnd, nullptr, TRUE); break;
-        case WM_PAINT: {
-            const LRESULT result = DefSubclassProc(hwnd, message, wparam, lparam);
-            if (GetFocus() == hwnd) DrawFocus(hwnd);
-            return result;
-        }
         case WM_NCDESTROY: RemoveWindowSubclass(hwnd, Procedure, kSubclassId); break;
         default: break;
     }

@@ -6,8 +6,8 @@
 class DetailField : public StaticText {
 public:
     // Creates the control, empty and hidden. `kind` is what it draws: SS_ENDELLIPSIS for a line of text, SS_OWNERDRAW
-    // for a picture that the parent draws. A tap, Return and Space send the parent WM_COMMAND with the id. False when
-    // it cannot be made.
+    // for a picture that the parent draws. A tap, Return and Space send the parent WM_COMMAND with the id. It is drawn
+    // anew when it gets or loses the keys, which the parent shows. False when it cannot be made.
     bool CreateIn(HWND parent, int id, DWORD kind);
 
 private:

@@ -11,13 +11,35 @@ namespace {
 
 constexpr wchar_t kClassName[] = L"ZC_DETAIL";
 constexpr int kFirstHeight = 106;  // logical pixels, until an entry is shown
-constexpr int kImageSize = 12;     // of the pictures in the strips
+constexpr int kIconSize = 12;      // logical pixels
+constexpr int kFocusBar = 2;       // below the icon that has the keys
 constexpr COLORREF kDateColour = 0x00FF0000;
 constexpr COLORREF kLabelColour = 0x00C84B4B;
 
 // By DetailOption.
 constexpr int kValueIds[] = {IDC_DETAIL_COMPANY, IDC_DETAIL_CONTACTS, IDC_DETAIL_CATEGORIES};
 constexpr UINT kLabelTexts[] = {IDS_DETAIL_COMPANY, IDS_DETAIL_CONTACTS, IDS_DETAIL_CATEGORIES};
+
+// The strips by the size of their pictures, device pixels. Pictures are never stretched: they would be blurred or
+// coarse.
+struct StripSize {
+    int pictures;
+    UINT priorities;
+    UINT sensitivities;
+};
+constexpr StripSize kStrips[] = {{12, IDB_PRIORITIES, IDB_SENSITIVITIES},
+                                 {18, IDB_PRIORITIES_18, IDB_SENSITIVITIES_18},
+                                 {24, IDB_PRIORITIES_24, IDB_SENSITIVITIES_24},
+                                 {36, IDB_PRIORITIES_36, IDB_SENSITIVITIES_36}};
+
+// The largest that fit into an icon.
+const StripSize& FittingStrips() {
+    const StripSize* fitting = kStrips;
+    for (const StripSize& strips : kStrips) {
+        if (strips.pictures <= Px(kIconSize)) fitting = &strips;
+    }
+    return *fitting;
+}
 
 void Put(Window& control, const RECT& place) {
     control.MoveWindow(place.left, place.top, place.right - place.left, place.bottom - place.top);
@@ -78,8 +100,8 @@ LRESULT DetailPanel::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
 bool DetailPanel::OnCreate() {
     bold_ = MakeFont(L"Tahoma", -12, FW_BOLD);
     normal_ = MakeFont(L"Tahoma", -11, FW_NORMAL);
-    priorities_ = LoadStrip(IDB_PRIORITIES);
-    sensitivities_ = LoadStrip(IDB_SENSITIVITIES);
+    priorities_ = LoadStrip(FittingStrips().priorities);
+    sensitivities_ = LoadStrip(FittingStrips().sensitivities);
 
     const HWND panel = GetHandle();
     bool made = date_.CreateIn(panel, IDC_DETAIL_DATE, SS_ENDELLIPSIS) &&
@@ -108,7 +130,8 @@ DetailPanel::Strip DetailPanel::LoadStrip(UINT id) {
     strip.images.reset(LoadBitmapW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id)));
     BITMAP bitmap = {};
     GetObjectW(strip.images.get(), sizeof bitmap, &bitmap);
-    strip.count = bitmap.bmWidth / kImageSize;
+    strip.count = bitmap.bmHeight > 0 ? bitmap.bmWidth / bitmap.bmHeight : 0;
+    strip.size = bitmap.bmHeight;
     return strip;
 }
 
@@ -172,7 +195,9 @@ LRESULT DetailPanel::OnColorStatic(HDC dc, HWND control) {
         priority_.Invalidate(nullptr, false);
         sensitivity_.Invalidate(nullptr, false);
     }
-    return reinterpret_cast<LRESULT>(GetStockObject(WHITE_BRUSH));
+    if (control != ::GetFocus()) return reinterpret_cast<LRESULT>(GetStockObject(WHITE_BRUSH));
+    SetTextColor(dc, GetSysColor(COLOR_HIGHLIGHTTEXT));
+    return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_HIGHLIGHT));
 }
 
 LRESULT DetailPanel::OnDrawItem(const DRAWITEMSTRUCT& draw) const {
@@ -180,11 +205,16 @@ LRESULT DetailPanel::OnDrawItem(const DRAWITEMSTRUCT& draw) const {
     const Strip& strip = isPriority ? priorities_ : sensitivities_;
     const int image = isPriority ? texts_.priority : texts_.sensitivity;
     ::FillRect(draw.hDC, &draw.rcItem, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    if (::GetFocus() == draw.hwndItem) {
+        RECT bar = draw.rcItem;
+        bar.top = bar.bottom - Px(kFocusBar);
+        ::FillRect(draw.hDC, &bar, GetSysColorBrush(COLOR_HIGHLIGHT));
+    }
     if (image < 0 || image >= strip.count) return TRUE;
     const UniqueMemoryDc source(CreateCompatibleDC(draw.hDC));
     const SelectedObject selected(source.get(), strip.images.get());
-    SetStretchBltMode(draw.hDC, COLORONCOLOR);
-    StretchBlt(draw.hDC, draw.rcItem.left, draw.rcItem.top, Px(kImageSize), Px(kImageSize), source.get(),
-               image * kImageSize, 0, kImageSize, kImageSize, SRCCOPY);
+    const int margin = (Px(kIconSize) - strip.size) / 2;
+    BitBlt(draw.hDC, draw.rcItem.left + margin, draw.rcItem.top + margin, strip.size, strip.size, source.get(),
+           image * strip.size, 0, SRCCOPY);
     return TRUE;
 }

@@ -38,7 +38,8 @@ private:
 
     struct Strip {
         UniqueBitmap images;
-        int count = 0;
+        int count = 0;  // of the pictures side by side
+        int size = 0;   // width and height of each
     };
     static Strip LoadStrip(UINT id);
 

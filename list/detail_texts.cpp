@@ -1,5 +1,7 @@
 #include "list/detail_texts.h"
 
+#include "text/date_time.h"
+
 namespace {
 
 constexpr wchar_t kDatePicture[] = L"ddd, MMM d yyyy gg";
@@ -15,7 +17,7 @@ std::wstring Named(const DbJItem& field) {
 
 std::wstring DetailDate(const FILETIME& start) {
     SYSTEMTIME time = {};
-    if (!FileTimeToSystemTime(&start, &time)) return L"";
+    if (DateTime(start) == DateTime() || !FileTimeToSystemTime(&start, &time)) return L"";
     wchar_t date[kDateChars] = L"";
     wchar_t clock[kDateChars] = L"";
     GetDateFormatW(LOCALE_USER_DEFAULT, 0, &time, kDatePicture, date, kDateChars);

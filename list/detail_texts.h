@@ -27,5 +27,5 @@ struct DetailTexts {
 // Reads the texts out of an entry's fields and parses their categories and contacts on the way.
 DetailTexts ReadDetail(TSList<DbJItem>& fields, const CategoryReader& readCategories);
 
-// The entry's start as the date line reads; empty for what is no date.
+// The entry's start as the date line reads; empty for zero, an entry without a start, and for what is no date.
 std::wstring DetailDate(const FILETIME& start);

@@ -4,7 +4,8 @@ files it writes are checked in.
 
     python3 tools/draw_bitmaps.py
 
-Small pictures are drawn pixel by pixel, as letters; the icon is drawn as shapes, once for each size.
+Small pictures are drawn pixel by pixel, as letters; the icon, and what larger screens show, as shapes, once for each
+size.
 """
 import pathlib
 import struct
@@ -344,6 +345,14 @@ def round_box(colour, box, radius):
     return colour, lambda x, y: inside_round_box(box, radius, x, y)
 
 
+def circle(colour, x, y, radius):
+    return round_box(colour, (x - radius, y - radius, x + radius, y + radius), radius)
+
+
+def box(colour, left, top, right, bottom):
+    return polygon(colour, (left, top), (right, top), (right, bottom), (left, bottom))
+
+
 BOOK = [
     round_box((0x16, 0x37, 0x52), (5, 2, 41, 46), 4),      # back cover
     round_box((0xF6, 0xF2, 0xE6), (8, 5, 40, 43), 2),      # pages
@@ -360,8 +369,40 @@ BOOK = [
 ]
 
 
-def draw_icon(size, samples=6):
-    """Rows of (red, green, blue, alpha)."""
+# The detail view's icons once more for larger screens, in units of a 12-pixel square.
+def large_icons():
+    dark, blue, light, white, yellow, brown, grey, red = (COLOURS[c] for c in "#blwydgr")
+    low = [box(blue, 4, 1, 7, 6.5), polygon(blue, (0.8, 6), (10.2, 6), (5.5, 11))]
+    normal = [box(grey, 2, 3, 9, 5), box(grey, 2, 7, 9, 9)]
+    high = [polygon(red, (4, 0.5), (4.6, 0), (6.4, 0), (7, 0.5), (8, 1.6), (8, 4.4), (6.3, 8), (4.7, 8), (3, 4.4),
+                    (3, 1.6)),
+            circle(red, 5.5, 9.8, 1.3)]
+    page = [polygon(grey, (2, 0), (8, 0), (11, 3), (11, 11), (2, 11)),
+            polygon(white, (3, 1), (7, 1), (7, 4), (10, 4), (10, 10), (3, 10)),
+            polygon(white, (7.8, 1.3), (9.6, 3.2), (7.8, 3.2)),
+            box(grey, 4, 4, 6, 4.9), box(grey, 4, 6, 9, 6.9), box(grey, 4, 8, 9, 8.9)]
+    person = [circle(dark, 5.5, 2.5, 2.5), circle(light, 5.5, 2.5, 1.6),
+              round_box(dark, (1, 5, 10, 11), 3), box(dark, 1, 8, 10, 11),
+              round_box(blue, (1.9, 5.9, 9.1, 10.1), 2.2), box(blue, 1.9, 8, 9.1, 10.1)]
+    key = [circle(brown, 3.5, 4.5, 3.5), box(brown, 6, 4, 11, 7), box(brown, 7, 6, 8.6, 9), box(brown, 9.4, 6, 11, 9),
+           circle(yellow, 3.5, 4.5, 2.6), box(yellow, 5.5, 4.9, 10.1, 6.1),
+           circle(brown, 3.1, 4.1, 1.4), circle(white, 3.1, 4.1, 0.8)]
+    lock = [round_box(dark, (2, 0, 9, 8), 3.2), round_box(grey, (2.9, 0.9, 8.1, 8), 2.4),
+            round_box(dark, (4, 2, 7, 8), 1.4), round_box(white, (4.6, 2.6, 6.4, 8), 0.8),
+            round_box(dark, (1, 4, 10, 11), 0.8), box(yellow, 1.9, 4.9, 9.1, 10.1),
+            circle(dark, 5.5, 6.8, 1.1), polygon(dark, (5.1, 7), (5.9, 7), (6.2, 9), (4.8, 9))]
+    return (low, normal, high), (page, person, key, lock)
+
+
+def draw_strip(size, icons):
+    """Icons side by side on white."""
+    drawn = [draw_shapes(shapes, 12, size) for shapes in icons]
+    on_white = lambda r, g, b, a: tuple((c * a + 255 * (255 - a)) // 255 for c in (r, g, b))
+    return [[on_white(*pixel) for rows in drawn for pixel in rows[y]] for y in range(size)]
+
+
+def draw_shapes(shapes, units, size, samples=6):
+    """Rows of (red, green, blue, alpha): shapes in a square of so many units, drawn in so many pixels."""
     rows = []
     for py in range(size):
         row = []
@@ -370,9 +411,9 @@ def draw_icon(size, samples=6):
             hits = 0
             for sy in range(samples):
                 for sx in range(samples):
-                    x = (px + (sx + 0.5) / samples) * 48 / size
-                    y = (py + (sy + 0.5) / samples) * 48 / size
-                    for colour, inside in reversed(BOOK):
+                    x = (px + (sx + 0.5) / samples) * units / size
+                    y = (py + (sy + 0.5) / samples) * units / size
+                    for colour, inside in reversed(shapes):
                         if inside(x, y):
                             total = [t + c for t, c in zip(total, colour)]
                             hits += 1
@@ -386,7 +427,7 @@ def draw_icon(size, samples=6):
 def write_ico(path, sizes):
     images = []
     for size in sizes:
-        rows = draw_icon(size)
+        rows = draw_shapes(BOOK, 48, size)
         body = b"".join(b"".join(bytes((b, g, r, a)) for r, g, b, a in row) for row in reversed(rows))
         # The one-bit mask, for whoever cannot blend: its rows are whole multiples of 32 bits.
         mask = b""
@@ -434,6 +475,10 @@ def main():
     write_bmp(folder / "editor_bar.bmp", strip(TIME_STAMP, DATE_STAMP, PEN))
     write_bmp(folder / "priorities.bmp", strip(LOW, NORMAL, HIGH))
     write_bmp(folder / "sensitivities.bmp", strip(OPEN_PAGE, PERSON, KEY, LOCK))
+    priorities, sensitivities = large_icons()
+    for size in (18, 24, 36):
+        write_bmp(folder / f"priorities_{size}.bmp", draw_strip(size, priorities))
+        write_bmp(folder / f"sensitivities_{size}.bmp", draw_strip(size, sensitivities))
     write_bmp(folder / "drop_arrow.bmp", pixels(ARROW))
     write_bmp(folder / "check.bmp", pixels(CHECK))
     write_bmp(folder / "contact_checks.bmp", strip(UNCHECKED, CHECKED))

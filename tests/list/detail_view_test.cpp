@@ -182,6 +182,41 @@ TEST_F(DetailViewTest, ATimeThatIsNoDateShowsNoDate) {
     View(id, [&] { EXPECT_EQ(Text(IDC_DETAIL_DATE), L""); });
 }
 
+TEST_F(DetailViewTest, AnEntryWithoutAStartShowsNoDate) {
+    const CEOID id = AddEntry([](auto& fields) { FindFieldByPropID(fields, kPropStart)->SetFileTime({}); });
+    View(id, [&] { EXPECT_EQ(Text(IDC_DETAIL_DATE), L""); });
+}
+
+// ---- Looks ----
+
+// What a field asks the header for before it is drawn.
+HBRUSH BackgroundOf(HWND panel, HWND field, COLORREF* text) {
+    const HDC dc = GetDC(field);
+    const auto brush = reinterpret_cast<HBRUSH>(
+        SendMessageW(panel, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc), reinterpret_cast<LPARAM>(field)));
+    *text = GetTextColor(dc);
+    ReleaseDC(field, dc);
+    return brush;
+}
+
+TEST_F(DetailViewTest, TheDateIsBlueOnWhite) {
+    View(AddSubject(L"Plain"), [&] {
+        COLORREF text = 0;
+        EXPECT_EQ(BackgroundOf(Panel(), Item(IDC_DETAIL_DATE), &text), GetStockObject(WHITE_BRUSH));
+        EXPECT_EQ(text, COLORREF{0x00FF0000});
+    });
+}
+
+TEST_F(DetailViewTest, TheFieldThatHasTheKeysIsHighlighted) {
+    View(AddSubject(L"Plain"), [&] {
+        COLORREF text = 0;
+        SetFocus(Item(IDC_DETAIL_DATE));
+        EXPECT_EQ(BackgroundOf(Panel(), Item(IDC_DETAIL_DATE), &text), GetSysColorBrush(COLOR_HIGHLIGHT));
+        EXPECT_EQ(text, GetSysColor(COLOR_HIGHLIGHTTEXT));
+        EXPECT_EQ(BackgroundOf(Panel(), Item(IDC_DETAIL_SUBJECT), &text), GetStockObject(WHITE_BRUSH));
+    });
+}
+
 // ---- Taps and keys ----
 
 struct TapCase {
