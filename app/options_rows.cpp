@@ -12,7 +12,6 @@
 namespace {
 
 constexpr int kDropHeight = 120;  // logical pixels, the field included
-constexpr int kFieldHeight = 16;
 
 struct RowSpec {
     UINT label;
@@ -107,7 +106,7 @@ void OptionsScreen::OpenChoices(DbJItem& item) {
     choices_ = std::make_unique<ComboBox>();
     choices_->CreateIn(GetHandle(), IDC_OPTIONS_CHOICES, WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST,
                        {0, 0, 0, Px(kDropHeight)});
-    choices_->SetFieldHeight(Px(kFieldHeight));
+    choices_->FitFieldToFont();
     for (const DbOptItem& choice : offered)
         choices_->AddString(choice.GetStrValue());
     choices_->SetSelection(choices_->FindExact(item.GetStrValue()));

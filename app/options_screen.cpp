@@ -10,8 +10,6 @@ namespace {
 // Right of the first column by this much, in logical pixels, a tap begins to count.
 constexpr int kTapMargin = 4;
 
-constexpr UINT_PTR kSubclassId = 2;  // 1 watches the keys
-
 }  // namespace
 
 OptionsScreen* OptionsScreen::live_ = nullptr;
@@ -58,7 +56,6 @@ bool OptionsScreen::MakeList() {
     for (const WPARAM column : {0, 1})
         list_.SendMessage(LVM_SETCOLUMNW, column, reinterpret_cast<LPARAM>(&untitled));
     WatchKeys(list_.GetHandle(), *this);
-    SetWindowSubclass(list_.GetHandle(), ListProcedure, kSubclassId, 0);
     listLabel_ = std::make_unique<HiddenLabel>(GetHandle(), LoadText(IDS_OPTIONS).c_str());
     RaiseInOrder({listLabel_->Handle(), list_.GetHandle()});
     OnSize();
@@ -76,29 +73,13 @@ INT_PTR OptionsScreen::OnCommand(WORD id) {
 INT_PTR OptionsScreen::OnNotify(const NMHDR& header) {
     if (header.idFrom != IDC_OPTIONS_LIST) return FALSE;
     switch (header.code) {
+        case LVN_ENDSCROLL: PlaceChoices(); break;
         case NM_CLICK: OnTap(reinterpret_cast<const NMITEMACTIVATE&>(header).ptAction); break;
         case NM_SETFOCUS:
         case NM_KILLFOCUS: list_.Invalidate(nullptr, false); break;
         default: break;
     }
     return FALSE;
-}
-
-// The control tells its parent of the end of a scroll alone, and not on every system of that.
-LRESULT CALLBACK OptionsScreen::ListProcedure(HWND list, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
-                                              DWORD_PTR) {
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(list, ListProcedure, kSubclassId);
-    const LRESULT result = DefSubclassProc(list, message, wparam, lparam);
-    switch (message) {
-        case WM_VSCROLL:
-        case WM_MOUSEWHEEL:
-        case WM_KEYDOWN:
-        case LVM_SCROLL:
-            if (live_ != nullptr) live_->PlaceChoices();
-            break;
-        default: break;
-    }
-    return result;
 }
 
 INT_PTR OptionsScreen::OnSize() {

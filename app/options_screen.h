@@ -47,7 +47,6 @@ private:
     void OnTap(const POINT& place);
     void OnOk();
     bool MakeList();
-    static LRESULT CALLBACK ListProcedure(HWND list, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR);
     bool WantsKey(HWND control, UINT key) const override;
     void OnKey(HWND control, UINT key) override;
 

@@ -7,17 +7,16 @@
 
 namespace {
 constexpr int kDropHeight = 200;  // logical pixels, the field included
-constexpr int kFieldHeight = 16;
 }  // namespace
 
 ChoiceFieldEditor::ChoiceFieldEditor(DbJItem& field, const FieldEditorSite& site)
     : FieldEditor(field), label_(site.form, field.GetLabel()) {
     list_.CreateIn(site.form, IDC_EDITOR_FIELD, WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, {0, 0, 0, Px(kDropHeight)});
-    list_.SetFieldHeight(Px(kFieldHeight));
+    list_.FitFieldToFont();
     for (const wchar_t* text : FieldChoices(field.GetPropID()))
         list_.AddString(text);
     list_.SetSelection(field.GetShort());
-    WatchKeys(list_.GetHandle(), *site.keys);
+    WatchEditor(list_.GetHandle(), site);
     RaiseInOrder({label_.Handle(), list_.GetHandle()});
 }
 

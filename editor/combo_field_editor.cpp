@@ -8,18 +8,17 @@
 
 namespace {
 constexpr int kDropHeight = 200;  // logical pixels, the field included
-constexpr int kFieldHeight = 16;
 }  // namespace
 
 ComboFieldEditor::ComboFieldEditor(DbJItem& field, const FieldEditorSite& site)
     : FieldEditor(field), label_(site.form, field.GetLabel()) {
     combo_.CreateIn(site.form, IDC_EDITOR_FIELD, WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL,
                     {0, 0, 0, Px(kDropHeight)});
-    combo_.SetFieldHeight(Px(kFieldHeight));
+    combo_.FitFieldToFont();
     text_ = field.GetStrValue();
     combo_.SetText(text_.c_str());
-    WatchKeys(combo_.GetHandle(), *site.keys);
-    if (combo_.GetEdit()) WatchKeys(combo_.GetEdit(), *site.keys);
+    WatchEditor(combo_.GetHandle(), site);
+    if (combo_.GetEdit()) WatchEditor(combo_.GetEdit(), site);
     RaiseInOrder({label_.Handle(), combo_.GetHandle()});
     ready_ = true;
 }

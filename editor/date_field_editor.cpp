@@ -20,7 +20,7 @@ DateFieldEditor::DateFieldEditor(DbJItem& field, const FieldEditorSite& site)
     : FieldEditor(field), label_(site.form, field.GetLabel()), start_(StartOf(field)) {
     date_.CreateIn(site.form, IDC_EDITOR_FIELD, WS_TABSTOP | DTS_SHORTDATEFORMAT, {});
     date_.SetTime(start_);
-    WatchKeys(date_.GetHandle(), *site.keys);
+    WatchEditor(date_.GetHandle(), site);
     if (field.GetCtrlType() == kControlDate) {
         RaiseInOrder({label_.Handle(), date_.GetHandle()});
         return;
@@ -28,7 +28,7 @@ DateFieldEditor::DateFieldEditor(DbJItem& field, const FieldEditorSite& site)
     time_.CreateIn(site.form, IDC_EDITOR_FIELD_TIME, WS_TABSTOP | DTS_TIMEFORMAT, {});
     time_.SetFormat(kTimeFormat);
     time_.SetTime(start_);
-    WatchKeys(time_.GetHandle(), *site.keys);
+    WatchEditor(time_.GetHandle(), site);
     RaiseInOrder({label_.Handle(), date_.GetHandle(), time_.GetHandle()});
 }
 

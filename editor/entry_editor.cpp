@@ -42,8 +42,9 @@ INT_PTR CALLBACK EntryEditor::Procedure(HWND hwnd, UINT message, WPARAM wparam, 
     switch (message) {
         case WM_COMMAND: return live_->OnCommand(HIWORD(wparam), LOWORD(wparam));
         case WM_NOTIFY: return live_->OnNotify(*reinterpret_cast<const NMHDR*>(lparam));
-        case WM_DRAWITEM: return live_->list_.Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lparam)), TRUE;
+        case WM_DRAWITEM: return live_->OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lparam));
         case WM_MEASUREITEM: return live_->list_.Measure(*reinterpret_cast<MEASUREITEMSTRUCT*>(lparam)), TRUE;
+        case WM_MOUSEWHEEL: return live_->OnMouseWheel(wparam, lparam);
         case WM_INITMENUPOPUP: return live_->OnInitMenuPopup(reinterpret_cast<HMENU>(wparam));
         case WM_SIZE: return live_->OnSize();
         case WM_SETTINGCHANGE: return live_->HandleSettingChange(wparam, lparam);
@@ -140,6 +141,24 @@ INT_PTR EntryEditor::OnListNotify(const NMHDR& header) {
         default: break;
     }
     return FALSE;
+}
+
+INT_PTR EntryEditor::OnDrawItem(const DRAWITEMSTRUCT& draw) {
+    if (draw.CtlID == IDC_EDITOR_TABS) {
+        tabs_.Draw(draw);
+    } else {
+        list_.Draw(draw);
+    }
+    return TRUE;
+}
+
+// Over an open editor the wheel scrolls the rows, too.
+INT_PTR EntryEditor::OnMouseWheel(WPARAM wparam, LPARAM lparam) {
+    if (page_ != kEntryPage || wheeling_) return FALSE;
+    wheeling_ = true;
+    list_.SendMessage(WM_MOUSEWHEEL, wparam, lparam);
+    wheeling_ = false;
+    return TRUE;
 }
 
 INT_PTR EntryEditor::OnSize() {

@@ -60,6 +60,8 @@ private:
     INT_PTR OnBodyNotification(WORD code);
     INT_PTR OnNotify(const NMHDR& header);
     INT_PTR OnListNotify(const NMHDR& header);
+    INT_PTR OnDrawItem(const DRAWITEMSTRUCT& draw);
+    INT_PTR OnMouseWheel(WPARAM wparam, LPARAM lparam);
     INT_PTR OnSize();
     INT_PTR OnInitMenuPopup(HMENU menu);
     INT_PTR OnOk();
@@ -102,5 +104,6 @@ private:
     std::unique_ptr<FieldEditor> editor_;  // of the current field; null when none is open
     bool bodyChanged_ = false;             // since it was loaded
     bool editingSubjects_ = false;         // their screen is open
+    bool wheeling_ = false;                // the list has the wheel; what it does not want comes back here
     bool closing_ = false;                 // OK is at work
 };

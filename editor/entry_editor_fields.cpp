@@ -15,13 +15,6 @@ bool IsKeyDown(int key) {
     return GetKeyState(key) < 0;
 }
 
-// An editor whose list hangs open wants its keys for itself.
-bool IsDroppedDown(HWND control, HWND form) {
-    const auto dropped = [](HWND combo) { return SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0) != 0; };
-    const HWND parent = GetParent(control);
-    return dropped(control) || (parent != form && dropped(parent));
-}
-
 // A line of text, where up and down mean nothing.
 bool IsPlainEdit(HWND control, HWND form) {
     return GetParent(control) == form && (SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0;
@@ -170,6 +163,7 @@ bool EntryEditor::WantsKey(HWND control, UINT key) const {
     if (key == VK_TAB || key == VK_NEXT || key == VK_PRIOR) return IsKeyDown(VK_CONTROL);
     if (control == list_.GetHandle()) return key == VK_RETURN || key == VK_F2;
     if (!IsEditorControl(control)) return false;
+    // An editor whose list hangs open wants its keys for itself.
     if (key == VK_RETURN) return !IsDroppedDown(control, GetHandle());
     return (key == VK_UP || key == VK_DOWN) && IsPlainEdit(control, GetHandle());
 }

@@ -4,17 +4,8 @@
 #include "data/field_ids.h"
 #include "editor/field_values.h"
 #include "editor/unsaved_entries.h"
-#include "px.h"
 #include "res/ids.h"
 #include "ui/resource_text.h"
-
-namespace {
-
-// Between a tab's text and its border, logical pixels: room for a stylus.
-constexpr int kTabPaddingX = 8;
-constexpr int kTabPaddingY = 4;
-
-}  // namespace
 
 bool EntryForm::Build(const FormRecord& record) {
     const PimData* pim = AsPimData(record);
@@ -39,7 +30,6 @@ bool EntryForm::MakeControls() {
                         nowhere)) {
         return false;
     }
-    tabs_.SendMessage(TCM_SETPADDING, 0, MAKELPARAM(Px(kTabPaddingX), Px(kTabPaddingY)));
     tabs_.InsertTab(kEntryPage, LoadText(IDS_ENTRY_PAGE).c_str());
     tabs_.InsertTab(kNotePage, LoadText(IDS_NOTE_PAGE).c_str());
     if (!body_.CreateIn(GetHandle(), IDC_EDITOR_BODY, nowhere)) return false;

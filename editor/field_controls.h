@@ -20,6 +20,13 @@ private:
     StaticText text_;
 };
 
+// Whether the list of an editor's control, or of the drop-down that the control is part of, hangs open.
+bool IsDroppedDown(HWND control, HWND form);
+
+// Watches a control of an editor: its keys go to the site's listener first, and the wheel scrolls the form's rows
+// instead of changing the value, unless a list hangs open.
+void WatchEditor(HWND control, const FieldEditorSite& site);
+
 // Puts the windows before all others in the form's order, in the order given: over the list, and first for Tab.
 void RaiseInOrder(std::initializer_list<HWND> windows);
 

@@ -18,6 +18,14 @@ constexpr int kTextMargin = 4;
 constexpr LPARAM kKindMask = 0xFFFF;
 constexpr LPARAM kIsDefault = 0x10000;
 
+constexpr UINT_PTR kSubclassId = 2;  // 1 watches the keys
+
+// Messages in which the rows may move.
+bool MayScroll(UINT message) {
+    return message == WM_VSCROLL || message == WM_MOUSEWHEEL || message == WM_KEYDOWN || message == WM_LBUTTONDOWN ||
+           message == LVM_SCROLL || message == LVM_ENSUREVISIBLE;
+}
+
 // More than the widest row shows; a body may be as long as it likes.
 constexpr size_t kMaxShown = 250;
 
@@ -70,12 +78,27 @@ bool FieldList::CreateIn(HWND parent, int id, const RECT& place) {
     constexpr DWORD style = WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | WS_CLIPSIBLINGS | LVS_REPORT | LVS_SINGLESEL |
                             LVS_OWNERDRAWFIXED | LVS_NOCOLUMNHEADER | LVS_SHOWSELALWAYS;
     if (!ListView::CreateIn(parent, id, style, place)) return false;
+    SetWindowSubclass(GetHandle(), Procedure, kSubclassId, 0);
     SetFont(valueFont_.get());
     SetRowHeight(Px(kRowHeight));
     InsertColumn(0, L"Field", 1);
     InsertColumn(1, L"Value", 1);
     Place(place);
     return true;
+}
+
+// The control tells of the end of a scroll alone, and not on every system of that.
+LRESULT CALLBACK FieldList::Procedure(HWND list, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
+                                      DWORD_PTR) noexcept {
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(list, Procedure, kSubclassId);
+    const auto topRow = [list] { return DefSubclassProc(list, LVM_GETTOPINDEX, 0, 0); };
+    const LRESULT before = MayScroll(message) ? topRow() : 0;
+    const LRESULT result = DefSubclassProc(list, message, wparam, lparam);
+    if (!MayScroll(message) || topRow() == before) return result;
+    NMLVSCROLL scrolled = {};
+    scrolled.hdr = {list, static_cast<UINT_PTR>(::GetDlgCtrlID(list)), static_cast<UINT>(LVN_ENDSCROLL)};
+    ::SendMessageW(::GetParent(list), WM_NOTIFY, scrolled.hdr.idFrom, reinterpret_cast<LPARAM>(&scrolled));
+    return result;
 }
 
 void FieldList::Place(const RECT& place) {

@@ -7,7 +7,9 @@
 #include "ui/unique_handle.h"
 
 // Captions are bold and olive, values normal, and a text that stands for an empty value thin and olive. The selected
-// row's caption has the colours of an active window's caption; its value is where the field's editor goes.
+// row's caption has the colours of an active window's caption; its value is where the field's editor goes. Whenever the
+// rows have moved, by bar, wheel, keys or a selection, the parent is sent LVN_ENDSCROLL; on some systems more than
+// once.
 class FieldList : public ListView {
 public:
     // Creates the list as a child of `parent` at `place` (device pixels), with its two columns.
@@ -37,6 +39,8 @@ public:
     void Measure(MEASUREITEMSTRUCT& measure) const;
 
 private:
+    static LRESULT CALLBACK Procedure(HWND list, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
+                                      DWORD_PTR) noexcept;
     void DrawCaption(HDC dc, const RECT& cell, const std::wstring& text, bool selected) const;
     void DrawValue(HDC dc, const RECT& cell, const std::wstring& text, bool isDefault) const;
 

@@ -8,7 +8,7 @@ TextFieldEditor::TextFieldEditor(DbJItem& field, const FieldEditorSite& site)
     : FieldEditor(field), label_(site.form, field.GetLabel()), edit_(WC_CAPEDIT) {
     edit_.CreateIn(site.form, IDC_EDITOR_FIELD, WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL, {});
     edit_.SetText(field.GetStrValue());
-    WatchKeys(edit_.GetHandle(), *site.keys);
+    WatchEditor(edit_.GetHandle(), site);
     RaiseInOrder({label_.Handle(), edit_.GetHandle()});
     ready_ = true;
 }

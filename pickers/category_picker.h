@@ -32,6 +32,7 @@ private:
     void LayOut(const RECT& client) override;
     INT_PTR OnCommand(WORD code, WORD id) override { return panel_.OnCommand(code, id); }
     LRESULT OnNotify(const NMHDR& header) override;
+    void OnDrawItem(const DRAWITEMSTRUCT& draw) override { tabs_.Draw(draw); }
 
     bool MakeSelectPage();
     void FillList();

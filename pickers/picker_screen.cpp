@@ -26,6 +26,7 @@ INT_PTR CALLBACK PickerScreen::Procedure(HWND hwnd, UINT message, WPARAM wparam,
         case WM_NOTIFY:
             SetWindowLongPtrW(hwnd, DWLP_MSGRESULT, live_->OnNotify(*reinterpret_cast<const NMHDR*>(lparam)));
             return TRUE;
+        case WM_DRAWITEM: live_->OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lparam)); return TRUE;
         case WM_SIZE: live_->FitToWindow(); return TRUE;
         case WM_SETTINGCHANGE: return live_->HandleSettingChange(wparam, lparam);
         case WM_NCDESTROY: return End(live_);

@@ -17,6 +17,8 @@ protected:
     virtual INT_PTR OnCommand(WORD code, WORD id);
     // Answers the notification's result.
     virtual LRESULT OnNotify(const NMHDR& header);
+    // A control that the screen draws itself.
+    virtual void OnDrawItem(const DRAWITEMSTRUCT&) {}
 
 private:
     friend class Dialog;  // begins and ends the procedure's live object

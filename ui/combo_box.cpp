@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "ui/gdi_scope.h"
+
 int ComboBox::AddString(const wchar_t* text) {
     return static_cast<int>(SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text)));
 }
@@ -61,4 +63,12 @@ HWND ComboBox::GetEdit() const {
 
 void ComboBox::SetFieldHeight(int height) {
     SendMessage(CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height);
+}
+
+void ComboBox::FitFieldToFont() {
+    const WindowDc dc(GetHandle());
+    const SelectedObject font(dc.Dc(), reinterpret_cast<HFONT>(SendMessage(WM_GETFONT)));
+    TEXTMETRICW metrics = {};
+    GetTextMetricsW(dc.Dc(), &metrics);
+    SetFieldHeight(metrics.tmHeight);
 }

@@ -30,4 +30,6 @@ public:
     HWND GetEdit() const;
     // Height of the selection field, device pixels.
     void SetFieldHeight(int height);
+    // As high as a line of its font: in a higher field some systems let the text stand above the middle.
+    void FitFieldToFont();
 };

@@ -2,10 +2,22 @@
 
 #include <px.h>
 
+#include "ui/gdi_scope.h"
+
+namespace {
+
+// Between a tab's text and its border, logical pixels.
+constexpr int kPaddingX = 8;
+constexpr int kPaddingY = 4;
+
+constexpr int kLongestText = 64;
+
+}  // namespace
+
 bool TabControl::CreateIn(HWND parent, int id, DWORD style, const RECT& place) {
-    if (!Control::CreateIn(parent, id, style, place)) return false;
-    // What the system uses at 96 DPI; it scales the text with the font, but not this.
-    SendMessage(TCM_SETPADDING, 0, MAKELPARAM(Px(6), Px(3)));
+    if (!Control::CreateIn(parent, id, style | TCS_OWNERDRAWFIXED, place)) return false;
+    // The system scales the text with the font, but not this.
+    SendMessage(TCM_SETPADDING, 0, MAKELPARAM(Px(kPaddingX), Px(kPaddingY)));
     return true;
 }
 
@@ -47,4 +59,24 @@ int TabControl::GetStripHeight() {
         GetTabRect(0, &tab);
     }
     return (tab.bottom - tab.top) * GetRowCount() + Px(2);
+}
+
+// Some systems let the texts at the bottom of a strip hang over the tabs' borders.
+void TabControl::Draw(const DRAWITEMSTRUCT& draw) const {
+    wchar_t text[kLongestText] = L"";
+    TCITEMW item = {};
+    item.mask = TCIF_TEXT;
+    item.pszText = text;
+    item.cchTextMax = kLongestText;
+    RECT place = {};
+    SendMessage(TCM_GETITEMW, draw.itemID, reinterpret_cast<LPARAM>(&item));
+    GetTabRect(static_cast<int>(draw.itemID), &place);
+
+    const SelectedObject font(draw.hDC, reinterpret_cast<HFONT>(SendMessage(WM_GETFONT)));
+    SetBkMode(draw.hDC, TRANSPARENT);
+    SetTextColor(draw.hDC, GetSysColor(COLOR_BTNTEXT));
+    DrawTextW(draw.hDC, text, -1, &place, DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_NOPREFIX);
+    if (!(draw.itemState & ODS_SELECTED) || ::GetFocus() != GetHandle()) return;
+    InflateRect(&place, -Px(kPaddingX) / 2, -Px(kPaddingY) / 2);
+    DrawFocusRect(draw.hDC, &place);
 }

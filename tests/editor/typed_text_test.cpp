@@ -124,18 +124,88 @@ TEST_F(TypedTextTest, OnALowScreenTheRowThatIsEditedStaysInView) {
     });
 }
 
-TEST_F(TypedTextTest, ARowThatIsScrolledAwayGivesTheKeysToTheList) {
+// ---- The rows are scrolled ----
+
+class ScrolledRowTest : public TypedTextTest {
+protected:
+    // So low that the rows need a scroll bar.
+    void Lower() const { SetWindowPos(Screen(), nullptr, 0, 0, 300, 190, SWP_NOMOVE | SWP_NOZORDER); }
+    void Scroll(WORD how) const { SendMessageW(List(), WM_VSCROLL, how, 0); }
+    // Whether the open editor stands within its row.
+    bool IsInItsRow() const {
+        RECT row = {};
+        ListView_GetItemRect(List(), SelectedRow(), &row, LVIR_BOUNDS);
+        MapWindowPoints(List(), nullptr, reinterpret_cast<POINT*>(&row), 2);
+        RECT editor = {};
+        GetWindowRect(Editor(), &editor);
+        return IsWindowVisible(Editor()) && editor.top >= row.top && editor.bottom <= row.bottom;
+    }
+};
+
+TEST_F(ScrolledRowTest, ScrolledAwayByTheBarItGivesTheKeysToTheListAndKeepsWhatWasTyped) {
     const CEOID id = Edit(0, [&] {
-        SetWindowPos(Screen(), nullptr, 0, 0, 300, 190, SWP_NOMOVE | SWP_NOZORDER);
+        Lower();
         Retype(EditOf(Editor()), L"Typed");
-        ListView_EnsureVisible(List(), 9, FALSE);
-        NMLVSCROLL scrolled = {};
-        scrolled.hdr = {List(), IDC_EDITOR_FIELDS, static_cast<UINT>(LVN_ENDSCROLL)};
-        SendMessageW(Screen(), WM_NOTIFY, IDC_EDITOR_FIELDS, reinterpret_cast<LPARAM>(&scrolled));
+        Scroll(SB_PAGEDOWN);
         EXPECT_FALSE(IsWindowVisible(Editor()));
         EXPECT_EQ(GetFocus(), List());
+        Scroll(SB_PAGEUP);
+        EXPECT_TRUE(IsInItsRow());
+        EXPECT_EQ(TextOf(Editor()), L"Typed");
     });
     EXPECT_EQ(StoredText(id, kPropSubject), L"Typed");
+}
+
+TEST_F(ScrolledRowTest, TheEditorFollowsItsRow) {
+    Edit(0, kFieldStart, [&] {
+        Lower();
+        ASSERT_TRUE(IsInItsRow());
+        Scroll(SB_LINEDOWN);
+        EXPECT_GT(ListView_GetTopIndex(List()), 0);
+        EXPECT_TRUE(IsInItsRow());
+    });
+}
+
+TEST_F(ScrolledRowTest, TheWheelScrollsTheRowsFromAnOpenEditor) {
+    const CEOID id = Edit(0, kFieldCompany, [&] {
+        Lower();
+        const int top = ListView_GetTopIndex(List());
+        ASSERT_GT(top, 0);
+        Retype(Editor(), L"Talvern");
+        SendMessageW(Editor(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
+        EXPECT_LT(ListView_GetTopIndex(List()), top);
+        EXPECT_TRUE(!IsWindowVisible(Editor()) || IsInItsRow());
+        SendMessageW(Editor(), WM_MOUSEWHEEL, MAKEWPARAM(MK_CONTROL, WHEEL_DELTA), 0);
+    });
+    EXPECT_EQ(StoredText(id, kPropCompany), L"Talvern");
+}
+
+TEST_F(ScrolledRowTest, TheWheelChangesNoValue) {
+    WriteOption(L"scount", 1);
+    application_.WriteString(L"Options", L"subj0", L"Quick");
+    for (const WORD field : {kFieldSubject, kFieldEntryType, kFieldStart, kFieldDuration}) {
+        std::wstring before;
+        Edit(0, field, [&] {
+            before = TextOf(Editor());
+            for (const short delta : {short{WHEEL_DELTA}, short{-WHEEL_DELTA}, short{-WHEEL_DELTA}})
+                SendMessageW(GetFocus(), WM_MOUSEWHEEL, MAKEWPARAM(0, delta), 0);
+            EXPECT_EQ(TextOf(Editor()), before) << field;
+        });
+    }
+}
+
+TEST_F(ScrolledRowTest, WhoGoesThroughTheRowsByKeysHasEachEditorInItsRow) {
+    Edit(0, [&] {
+        Lower();
+        SetFocus(List());
+        for (int row = 1; row <= 6; ++row) {
+            Press(List(), VK_DOWN);
+            PumpOnce();
+            ASSERT_EQ(SelectedRow(), row);
+            EXPECT_TRUE(IsInItsRow()) << row;
+        }
+        EXPECT_GT(ListView_GetTopIndex(List()), 0);
+    });
 }
 
 // ---- Settings that somebody else wrote ----
