@@ -39,7 +39,7 @@ void EntryEditor::ShowNotePage() {
     if (bodyField_) body_.Load(*bodyField_);
     bodyChanged_ = false;
     body_.ApplySettings();
-    CheckZoom(ZoomItem(NoteBody::StoredZoom()));
+    CheckZoom(ZoomItem(body_.StoredZoom()));
     ShowViewMode();
     Layout();
     list_.Hide();
@@ -87,7 +87,7 @@ void EntryEditor::OnZoom(int item) {
 void EntryEditor::ShowViewMode() {
     MenuBar bar;
     bar.Attach(GetMenuBar());
-    bar.CheckButton(IDM_VIEW_MODE, NoteBody::StoredView() == VT_DRAWINGVIEW);
+    bar.CheckButton(IDM_VIEW_MODE, body_.StoredView() == VT_DRAWINGVIEW);
 }
 
 void EntryEditor::OnViewMode() {

@@ -17,7 +17,7 @@ bool EntryForm::Build(const FormRecord& record) {
     if (!MakeControls()) return false;
 
     // Before the text comes: on some systems a text keeps the character widths of the zoom it was loaded with.
-    body_.ApplySettings();
+    body_.PrepareZoom();
     loaded_ = id_ && journal_.Read(id_, &fields_) == id_;
     if (!id_) ReadNew(pim != nullptr);
     FillRows(pim, row ? row->field : 0);

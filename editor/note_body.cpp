@@ -50,28 +50,38 @@ bool NoteBody::Store(DbJItem& body) {
     return true;
 }
 
-int NoteBody::StoredZoom() {
-    return ReadOption(kZoomValue, kDefaultZoom);
-}
-
-UINT NoteBody::StoredView() {
-    return ReadOption(kViewValue, VT_TYPINGVIEW) == VT_DRAWINGVIEW ? VT_DRAWINGVIEW : VT_TYPINGVIEW;
-}
-
 void NoteBody::ApplySettings() {
-    SetView(StoredView());
-    // Zooming makes the control lay the whole text out.
-    if (GetZoom() != StoredZoom()) SetZoom(StoredZoom());
+    view_ = ReadOption(kViewValue, VT_TYPINGVIEW) == VT_DRAWINGVIEW ? VT_DRAWINGVIEW : VT_TYPINGVIEW;
+    zoom_ = ReadOption(kZoomValue, kDefaultZoom);
+    SetView(view_);
+    ApplyZoom();
+}
+
+void NoteBody::PrepareZoom() {
+    const std::wstring key = Application::Current()->GetPath() + (L"\\" + LoadText(IDS_OPTIONS));
+    DWORD stored = 0;
+    DWORD size = sizeof stored;
+    const LSTATUS result =
+        RegGetValueW(HKEY_CURRENT_USER, key.c_str(), kZoomValue, RRF_RT_REG_DWORD, nullptr, &stored, &size);
+    zoom_ = result == ERROR_SUCCESS ? static_cast<int>(stored) : kDefaultZoom;
+    ApplyZoom();
+}
+
+// Zooming makes the control lay the whole text out.
+void NoteBody::ApplyZoom() {
+    if (GetZoom() != zoom_) SetZoom(zoom_);
 }
 
 void NoteBody::ChangeZoom(int percent) {
     WriteOption(kZoomValue, percent);
+    zoom_ = percent;
     SetZoom(percent);
     Invalidate();
 }
 
 void NoteBody::ChangeView(UINT view) {
     SetView(view);
+    view_ = view;
     WriteOption(kViewValue, static_cast<int>(view));
     Invalidate();
 }

@@ -19,14 +19,17 @@ public:
     bool Store(DbJItem& body);
     bool IsEmpty() const { return GetTextLength() == 0; }
 
-    // Applies the zoom and the view mode that the settings hold ("iZoom", "iView"); nothing is limited here.
+    // Reads the view mode and the zoom that the settings hold ("iView", "iZoom") and applies both. A setting that the
+    // registry refuses is told to the user, as any is.
     void ApplySettings();
+    // Applies the zoom alone, and tells nothing: the user may never look at the note.
+    void PrepareZoom();
     // Sets and remembers them.
     void ChangeZoom(int percent);
     void ChangeView(UINT view);
-    // What the settings hold. A view that is none of the two counts as the typing view.
-    static int StoredZoom();
-    static UINT StoredView();
+    // What ApplySettings has read. A view that is none of the two counts as the typing view.
+    int StoredZoom() const { return zoom_; }
+    UINT StoredView() const { return view_; }
 
     // Runs a command of the "Edit" menu (IDM_UNDO ... IDM_SELECT_ALL) where it can do something. False for any other
     // id.
@@ -38,7 +41,11 @@ public:
     void InsertStamp(const std::wstring& stamp);
 
 private:
+    void ApplyZoom();
+
     const DbJItem* shown_ = nullptr;  // the field whose bytes the control holds
+    int zoom_ = 100;
+    UINT view_ = VT_TYPINGVIEW;
 };
 
 // The zoom commands, in menu order, and their percentages.

@@ -85,6 +85,34 @@ TEST_F(TypedTextTest, TextFromRightToLeftIsKept) {
     EXPECT_EQ(StoredText(id, kPropSubject), text);
 }
 
+// ---- A date that is being typed ----
+
+// The picker waits for a second digit and tells nobody before.
+TEST_F(TypedTextTest, TypedDigitsOfADateAreTakenHoweverTheRowIsLeft) {
+    const std::pair<const char*, std::function<void()>> ways[] = {
+        {"OK", [&] { Command(IDOK); }},
+        {"closing", [&] { SendMessageW(Screen(), WM_CLOSE, 0, 0); }},
+        {"the Note page", [&] { GoToNote(); }},
+        {"another row", [&] { SelectField(kFieldCompany); }},
+        {"the program's end", [&] { EntryEditor::FinishOpen(); }},
+    };
+    for (const auto& [label, leave] : ways) {
+        const CEOID id = AddEntry([](TSList<DbJItem>& fields) {
+            const SYSTEMTIME start = {2026, 3, 0, 14, 15, 9, 0, 0};
+            FindFieldByPropID(fields, kPropStart)->SetFileTime(DateTime(start).ToFileTime());
+        });
+        Edit(id, kFieldStart, [&, way = leave] {
+            ASSERT_EQ(GetFocus(), Editor());
+            Press(Editor(), VK_RIGHT);  // to a part of the date: the month or the day
+            Type(Editor(), L"7");
+            way();
+        });
+        const SYSTEMTIME start = DateTime(Stored(id, kPropStart).GetFileTime()).ToSystemTime();
+        EXPECT_TRUE((start.wMonth == 7 && start.wDay == 14) || (start.wMonth == 3 && start.wDay == 7)) << label;
+        EXPECT_EQ(start.wHour, 15) << label;
+    }
+}
+
 // ---- The screen turns ----
 
 TEST_F(TypedTextTest, TurningTheScreenKeepsAnOpenEditorAndItsFocus) {
@@ -230,6 +258,24 @@ TEST_F(TypedTextTest, GarbageForTheViewOpensTheTypingView) {
             EXPECT_FALSE(SendMessageW(SHFindMenuBar(Screen()), TB_ISBUTTONCHECKED, IDM_VIEW_MODE, 0));
         });
     }
+}
+
+// The registry refuses them, which is told at each read: the one of the zoom and the one of the view.
+TEST_F(TypedTextTest, TextsForZoomAndViewAreToldOnceEachWhenTheNoteIsShown) {
+    application_.WriteString(L"Options", L"iZoom", L"garbage");
+    application_.WriteString(L"Options", L"iView", L"garbage");
+    Edit(0, [&] {
+        EXPECT_TRUE(boxes_.Seen().empty());
+        for (int value = 0; value < 2; ++value)
+            boxes_.Expect(L"Error", MessageBoxes::SystemText(ERROR_MORE_DATA));
+        GoToNote();
+        EXPECT_EQ(boxes_.Seen().size(), 2u);
+        EXPECT_EQ(SendMessageW(Body(), EM_GETZOOMPERCENT, 0, 0), 100);
+        EXPECT_EQ(SendMessageW(Body(), EM_GETVIEW, 0, 0), 0);
+        EXPECT_TRUE(IsZoomChecked(1));
+        GoToEntry();
+        EXPECT_EQ(boxes_.Seen().size(), 2u);
+    });
 }
 
 // ---- Pages ----

@@ -8,6 +8,7 @@
 #include "data/db_categories.h"
 #include "data/db_cats.h"
 #include "tests/list/detail_screen.h"
+#include "tests/support/other_program.h"
 
 namespace {
 
@@ -355,6 +356,26 @@ TEST_F(DetailNotificationTest, AChangedEntryIsShownAnew) {
         ChangeSubject(id, L"");
         EXPECT_TRUE(PumpUntil([&] { return Text(IDC_DETAIL_SUBJECT) == L"No Subject"; }));
     });
+}
+
+TEST_F(DetailNotificationTest, WhatAnotherProgramChangesIsShownAnew) {
+    const CEOID id = AddSubject(L"Before");
+    View(id, [&] {
+        ASSERT_EQ(RunOtherProgram(L"journal_helper.exe", L"rename " + std::to_wstring(id) + L" After"), 1u);
+        EXPECT_TRUE(PumpUntil([&] { return Text(IDC_DETAIL_SUBJECT) == L"After"; }));
+    });
+}
+
+TEST_F(DetailNotificationTest, WhatAnotherProgramDeletesClosesTheView) {
+    const CEOID id = AddSubject(L"Doomed");
+    boxes_.Expect(L"Quillon Journal", L"");
+    EXPECT_EQ(View(id,
+                   [&] {
+                       const std::wstring words = L"delete " + std::to_wstring(id);
+                       ASSERT_EQ(RunOtherProgram(L"journal_helper.exe", words), 1u);
+                       EXPECT_TRUE(PumpUntil([&] { return !IsWindowVisible(Screen()); }));
+                   }),
+              1);
 }
 
 TEST_F(DetailNotificationTest, ADeletedEntryClosesTheViewAfterAnEmptyBox) {
