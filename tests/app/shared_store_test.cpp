@@ -48,4 +48,25 @@ TEST_F(SharedStoreTest, AfterACommandTheListShowsWhatIsThere) {
     EXPECT_EQ(selection_.Current(), 0u);
 }
 
+TEST_F(SharedStoreTest, AnEntryDeletedWhileItIsEditedLeavesTheList) {
+    FakeEditor::edit = [&](CEOID id) {
+        Delete(id);
+        return id;
+    };
+    List().SelectEntry(ids_[1]);
+    Command(IDM_EDIT_ENTRY);
+    EXPECT_THAT(Subjects(), ElementsAre(L"one", L"three"));
+}
+
+TEST_F(SharedStoreTest, AnEntryDeletedWhileItIsEditedAndThenWrittenAnewIsListedAndCurrent) {
+    FakeEditor::edit = [&](CEOID id) {
+        Delete(id);
+        return Write({L"anew"})[0];
+    };
+    List().SelectEntry(ids_[1]);
+    Command(IDM_EDIT_ENTRY);
+    EXPECT_THAT(Subjects(), ElementsAre(L"one", L"three", L"anew"));
+    EXPECT_EQ(List().GetItemText(List().GetNextItem(-1, LVNI_FOCUSED), 1), L"anew");
+}
+
 }  // namespace
