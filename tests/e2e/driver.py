@@ -74,6 +74,14 @@ class Display:
     def right_click(self, place):
         self.click(place, button=3)
 
+    def draw(self, points):
+        """Drags the pressed mouse along the points."""
+        (x, y), *others = points
+        run("xdotool", "mousemove", x, y, "mousedown", 1)
+        for x, y in others:
+            run("xdotool", "mousemove", x, y)
+        run("xdotool", "mouseup", 1)
+
     def wheel_down(self, place):
         run("xdotool", "mousemove", *place, "click", 5)
 

@@ -1,6 +1,8 @@
 """One entry, from reading it to changing what was tapped."""
-from driver import main, until
-from screens import (IDC_DETAIL_DURATION, IDC_DETAIL_NOTE, IDC_DETAIL_SUBJECT, IDC_EDITOR_TABS, MAIN, JournalStory)
+import subprocess
+
+from driver import main, run, until
+from screens import (IDC_DETAIL_DURATION, IDC_DETAIL_NOTE, IDC_DETAIL_SUBJECT, IDC_EDITOR_TABS, IDM_VIEW_MODE, MAIN, JournalStory)
 
 SUBJECT = "Walk by the river"
 ENTRIES = ("start\tsubject\tbody\tduration\ttype\n"
@@ -50,6 +52,73 @@ class OneEntry(JournalStory):
             form = self.open_entry(self.main, SUBJECT)
             self.ok(form)
             self.main = self.window(MAIN)
+
+    def empty_elsewhere(self):
+        """Another program deletes every entry."""
+        subprocess.run(["wine", str(self.bin / "journal_helper.exe"), "empty"], env=self.environment, timeout=60)
+
+    def test_an_entry_deleted_elsewhere_closes_its_view(self):
+        self.show_entry(self.main, SUBJECT)
+        self.empty_elsewhere()
+        box = self.window(MAIN)  # the box's title is the program's
+        self.display.picture("deleted-elsewhere")
+        self.display.key("Return")
+        until(lambda: box.window not in [w.window for w in self.windows()], "the box to close")
+        self.assertEqual(self.controls(self.window(MAIN), id=IDC_DETAIL_NOTE), [])
+        self.close_journal(self.journal)
+
+    def test_an_entry_deleted_while_it_is_edited_is_not_lost(self):
+        form = self.open_entry(self.main, SUBJECT)
+        self.empty_elsewhere()
+        self.fill_text(form, "Company", "Talvern")
+        self.ok(form)
+        self.wait_for_subjects(self.window(MAIN), SUBJECT)
+        self.close_journal(self.journal)
+        entry, = self.stored()
+        self.assertEqual((entry["subject"], entry["company"], entry["duration"]), (SUBJECT, "Talvern", "45"))
+
+    def ink(self, form):
+        """Which of the note's pixels are dark, once they rest; the caret's place and the scroll bar left out."""
+        def look():
+            file = self.display.picture("note-ink")
+            left, top, right, bottom = self.note(form).place
+            return run("convert", file, "-crop", f"{right - left - 50}x{bottom - top}+{left + 25}+{top}", "+repage",
+                       "-colorspace", "gray", "-threshold", "30%", "-depth", "8", "gray:-")
+        looks = [look()]
+
+        def rests():
+            looks.append(look())
+            return looks[-1] == looks[-2]
+        until(rests, "the note to rest")
+        return looks[-1]
+
+    def test_a_stroke_of_the_pen_is_kept_and_shown(self):
+        form = self.new_entry(self.main)
+        self.fill_text(form, "Subject", "Drawn")
+        self.go_to_page(form, "Note")
+        self.display.click(self.bar_button(form, IDM_VIEW_MODE))
+        blank = self.ink(form)
+        left, top, _, _ = self.note(form).place
+        self.display.draw([(left + 40 + step * 4, top + 60 + (step % 8) * 5) for step in range(24)])
+        until(lambda: self.ink(form) != blank, "the stroke to be seen")
+        drawn = self.ink(form)
+        self.assertGreater(drawn.count(0), blank.count(0) + 100)
+        self.ok(form)
+
+        self.main = self.window(MAIN)
+        self.wait_for_subjects(self.main, SUBJECT, "Call", "Drawn")
+        form = self.open_entry(self.main, "Drawn")
+        self.go_to_page(form, "Note")
+        until(lambda: self.ink(form) == drawn, "the same stroke again")
+        self.ok(form)
+        view = self.show_entry(self.window(MAIN), "Drawn")
+        note = self.control(view, id=IDC_DETAIL_NOTE)
+        left, top, right, bottom = note.place
+        shown = lambda: run("convert", self.display.picture("ink-to-read"), "-crop",
+                            f"{right - left - 50}x{bottom - top}+{left + 25}+{top}", "+repage", "-colorspace", "gray",
+                            "-threshold", "30%", "-depth", "8", "gray:-")
+        until(lambda: abs(shown().count(0) - drawn.count(0)) < drawn.count(0) // 10, "the stroke in the view")
+        self.ok(view)
 
     def test_keys_alone_show_edit_and_close(self):
         view = self.show_entry(self.main, "Call")
