@@ -89,11 +89,12 @@ fetch_third_party() {
 
 # --- building ----------------------------------------------------------------------------------------------------
 
-# build_preset <release|checked>
-# Configures when that was not done yet (afterwards Ninja sees to it) and builds. Ninja's list of steps is shown only
-# when something went wrong or somebody looks on.
+# build_preset <release|checked> [<target>...]
+# Configures when that was not done yet (afterwards Ninja sees to it) and builds everything, or those targets. Ninja's
+# list of steps is shown only when something went wrong or somebody looks on.
 build_preset() {
-    local folder=$journal/build log
+    local folder=$journal/build log build=(cmake --build --preset "$1")
+    (($# > 1)) && build+=(--target "${@:2}")
     [[ $1 == checked ]] && folder=$journal/build/checked
     log=$folder/build.log
     mkdir -p "$folder"
@@ -107,9 +108,9 @@ build_preset() {
     fi
     say "building ($1)"
     if [[ -t 1 ]]; then
-        (cd "$journal" && cmake --build --preset "$1") || die "the build failed"
+        (cd "$journal" && "${build[@]}") || die "the build failed"
     else
-        (cd "$journal" && cmake --build --preset "$1") >"$log" 2>&1 || {
+        (cd "$journal" && "${build[@]}") >"$log" 2>&1 || {
             grep -v '^\[[0-9]*/[0-9]*\] ' "$log" | tail -n 200 >&2
             die "the build failed"
         }

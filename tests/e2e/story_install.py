@@ -19,7 +19,7 @@ class Install(JournalStory):
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
-        run(ROOT / "package", "--checked")
+        subprocess.run([ROOT / "package", "--checked"], check=True, stdout=subprocess.DEVNULL, timeout=150)
         packages = cls.bin.parent / "package"
         cls.setup = next(packages.glob("*-setup.exe"))
         cls.zip = next(packages.glob("*.zip"))
