@@ -2,6 +2,7 @@
 
 #include <aygshell.h>
 #include <inkx.h>
+#include <pimstore.h>
 #include <px.h>
 #include <richink.h>
 
@@ -37,6 +38,7 @@ bool JournalApp::InitInstance(HINSTANCE instance, int showFlag) {
     if (!InitCommonControls()) return false;
     InitInkX();
     InitRichInkDLL();
+    PimRegisterServer();  // if it cannot be, there is no Pocket Outlook
     if (!RegisterWindowClass(instance, className, MainWindow::Procedure)) return false;
     Application::InitInstance(instance, showFlag);
 

@@ -5,6 +5,7 @@
 
 #include "app/context_menu.h"
 #include "data/db_journal.h"
+#include "data/link_message.h"
 #include "editor/entry_editor.h"
 #include "filter/filter_settings.h"
 #include "filter/registry_filter_store.h"
@@ -59,7 +60,9 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
             return contextMenu_ ? contextMenu_->Draw(*reinterpret_cast<DRAWITEMSTRUCT*>(lparam), GetBrush()) : FALSE;
         case WM_NOTIFY: return OnNotify(reinterpret_cast<NMHDR*>(lparam));
         case WM_COMMAND: return OnCommand(HIWORD(wparam), LOWORD(wparam));
+        case WM_ENABLE: return OnEnable(wparam != FALSE);
         case kBusyMessage: return OnBusyMessage(wparam);
+        case kLinkMessage: return OnLinkMessage(LOWORD(wparam), static_cast<CEOID>(lparam));
         default: return DefWindowProcW(GetHandle(), message, wparam, lparam);
     }
 }

@@ -1,15 +1,18 @@
 // The program's one top-level window: the menu bar, the button bar and the list of entries. It turns commands into
 // calls on the screens.
 //
-// Messages are routed in main_window.cpp, commands are carried out in main_window_commands.cpp, the menus opened and
-// drawn in main_window_menu.cpp.
+// Messages are routed in main_window.cpp, commands are carried out in main_window_commands.cpp, what other programs ask
+// for in main_window_link.cpp; the menus are opened and drawn in main_window_menu.cpp.
 #pragma once
 
+#include <deque>
 #include <memory>
+#include <utility>
 
 #include "find/find_request.h"
 #include "list/button_bar.h"
 #include "list/entry_list.h"
+#include "outlook/outlook_contacts.h"
 #include "ui/frame_window.h"
 
 class ContextMenu;
@@ -42,6 +45,7 @@ private:
     LRESULT OnSettingChange(WPARAM wparam, LPARAM lparam);
     LRESULT OnNotify(NMHDR* header);
     LRESULT OnBusyMessage(WPARAM what);
+    LRESULT OnEnable(bool enabled);
     bool MakeControls();
     RECT ListPlace() const;
 
@@ -65,6 +69,10 @@ private:
     void DeleteSelected();
     bool MayDelete();
 
+    // ---- Entries for Pocket Outlook items (main_window_link.cpp) ----
+    LRESULT OnLinkMessage(WORD kind, CEOID item);
+    void BeginLinkedEntry(WORD kind, CEOID item);
+
     // ---- Menus ----
     LRESULT OnNewMenu(NMNEWMENU* query);
     LRESULT OnContextMenu(const NMRGINFO& gesture);
@@ -73,7 +81,9 @@ private:
 
     ButtonBar bar_;
     EntryList list_;
-    std::unique_ptr<ContextMenu> contextMenu_;  // there while it is open
+    OutlookContacts contacts_;
+    std::deque<std::pair<WORD, CEOID>> waitingLinks_;  // asked for while a screen was open: kind and item
+    std::unique_ptr<ContextMenu> contextMenu_;         // there while it is open
 
     DbJournal& journal_;
     SelectionMemory& selection_;

@@ -40,7 +40,10 @@ ContactPicker::ContactPicker(const wchar_t* title, TSList<DbAItem>& contacts, Co
 
 INT_PTR ContactPicker::Run(HWND owner, const wchar_t* title, TSList<DbAItem>& contacts, ContactSource& source) {
     ContactPicker picker(title, contacts, source);
-    return picker.RunModal(owner);
+    source.Open(owner);
+    const INT_PTR result = picker.RunModal(owner);
+    source.Close();
+    return result;
 }
 
 bool ContactPicker::OnOpen() {

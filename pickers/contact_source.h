@@ -1,6 +1,8 @@
 // The contacts that can be picked for an entry: one small door to whoever keeps them.
 #pragma once
 
+#include <win.h>
+
 #include <string>
 
 struct OfferedContact {
@@ -8,10 +10,14 @@ struct OfferedContact {
     std::wstring company;  // may be empty
 };
 
-// The contacts, in the order in which they are shown. They stay the same while the picker is open. No operation throws.
+// The contacts, in the order in which they are shown. No operation throws.
 class ContactSource {
 public:
     virtual ~ContactSource() = default;
+    // The picker begins and ends. Between the two the contacts stay the same; outside of them there may be none.
+    // `window` is the picker's owner.
+    virtual void Open(HWND) {}
+    virtual void Close() {}
     virtual int GetCount() = 0;
     // `index` is 0 to GetCount() - 1. Asked anew for each row that is drawn.
     virtual OfferedContact Get(int index) = 0;

@@ -21,6 +21,7 @@ public:
     ~UniqueHandle() { reset(); }
 
     explicit operator bool() const { return handle_ != nullptr; }
+    Handle operator->() const { return handle_; }
     Handle get() const { return handle_; }
 
     // Hands the handle over to the caller, who closes it.

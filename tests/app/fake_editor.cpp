@@ -6,12 +6,16 @@
 std::vector<CEOID> FakeEditor::opened;
 std::vector<unsigned short> FakeEditor::fields;
 std::function<CEOID(CEOID)> FakeEditor::edit;
+std::vector<PimData> FakeEditor::items;
+std::function<CEOID(const PimData&)> FakeEditor::editItem;
 std::function<void()> FakeEditor::finish;
 
 void FakeEditor::Reset() {
     opened.clear();
     fields.clear();
     edit = nullptr;
+    items.clear();
+    editItem = nullptr;
     finish = nullptr;
 }
 
@@ -19,6 +23,12 @@ INT_PTR EntryEditor::Run(Window&, DbJournal&, SelectionMemory& selection, unsign
     FakeEditor::fields.push_back(editField);
     FakeEditor::opened.push_back(selection.Current());
     if (FakeEditor::edit) selection.SetCurrent(FakeEditor::edit(selection.Current()));
+    return IDOK;
+}
+
+INT_PTR EntryEditor::Run(Window&, DbJournal&, const PimData& item, CEOID& id) {
+    FakeEditor::items.push_back(item);
+    id = FakeEditor::editItem ? FakeEditor::editItem(item) : 0;
     return IDOK;
 }
 

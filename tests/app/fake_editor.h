@@ -8,6 +8,8 @@
 #include <functional>
 #include <vector>
 
+#include "editor/form_record.h"
+
 // What the main window asked of the editor, in order: the selection's current entry at that time.
 struct FakeEditor {
     static std::vector<CEOID> opened;
@@ -15,6 +17,9 @@ struct FakeEditor {
     static std::vector<unsigned short> fields;
     // What the user does in it; answers the current entry that it leaves. Without one the entry stays current.
     static std::function<CEOID(CEOID)> edit;
+    // The Pocket Outlook items that new entries were begun for, and what the user does then; answers the entry written.
+    static std::vector<PimData> items;
+    static std::function<CEOID(const PimData&)> editItem;
     // Told that the program ends.
     static std::function<void()> finish;
 
