@@ -18,5 +18,13 @@ int SeedCommand(Arguments arguments);
 int LoadCommand(Arguments arguments);
 // list [N]: prints the first N entries, or all, in the journal's order.
 int ListCommand(Arguments arguments);
+// import FILE...: puts people, appointments and tasks of vCard and iCalendar files into Pocket Outlook.
+int ImportCommand(Arguments arguments);
+// contacts, appointments, tasks: print what Pocket Outlook holds, with its object ids.
+int ContactsCommand(Arguments arguments);
+int AppointmentsCommand(Arguments arguments);
+int TasksCommand(Arguments arguments);
+// link KIND ID: asks the running journal to begin an entry for a Pocket Outlook item.
+int LinkCommand(Arguments arguments);
 // check: verifies that the store is sound, and mends counts of uses.
 int CheckCommand(Arguments arguments);

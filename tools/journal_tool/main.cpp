@@ -31,6 +31,14 @@ usage: journal-tool [--store FILE] COMMAND
                  company
                a row that cannot be used is reported with its number and left out
   list [N]     prints the first N entries, or all, in the journal's order, as such a file
+  import FILE...
+               puts the people of vCard files and the appointments and tasks of iCalendar files into
+               Pocket Outlook; what was imported before is brought up to date, not added again;
+               an item that cannot be used is reported with its line and left out
+  contacts, appointments, tasks
+               print what Pocket Outlook holds, with the numbers that link wants
+  link contact|appointment|task NUMBER
+               asks the journal that is running to begin an entry for that item
   check        verifies that the store is sound, and mends the categories' counts of entries,
                which a program that was killed may have left wrong; close the journal first
 
@@ -46,12 +54,19 @@ struct Command {
     bool makesStore;  // the others do not work on a file that is not there
 };
 
+// clang-format off
 constexpr std::array kCommands = {
     Command{L"seed", SeedCommand, true},
     Command{L"load", LoadCommand, true},
     Command{L"list", ListCommand, false},
+    Command{L"import", ImportCommand, true},
+    Command{L"contacts", ContactsCommand, false},
+    Command{L"appointments", AppointmentsCommand, false},
+    Command{L"tasks", TasksCommand, false},
+    Command{L"link", LinkCommand, true},
     Command{L"check", CheckCommand, false},
 };
+// clang-format on
 
 int Misused(const std::wstring& what) {
     Complain(what + L"; journal-tool --help tells more");
