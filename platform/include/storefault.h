@@ -3,14 +3,18 @@
 
 #include <windbase.h>
 
+// In place of an error, and of what the disk does: the process ends there, as if somebody had killed it.
+constexpr DWORD kCeKill = 0xFFFFFFFF;
+
 // The nth next call (1: the next) of the Ce* function of that name fails with that last error and does nothing.
 // Several may be armed, also for one function.
 CEHOST_API void CeFailCall(LPCSTR function, DWORD nth, DWORD error);
 
 // What the disk does to the store.
 enum CeDiskFault : DWORD {
-    kCeDiskFull,       // the write is refused: no room
-    kCeDiskWriteError  // the write or flush fails
+    kCeDiskFull,        // the write is refused: no room
+    kCeDiskWriteError,  // the write or flush fails
+    kCeDiskKill         // the process is killed before the write or flush
 };
 
 // The nth next write or flush of the store's files (1: the next) fails, and every one after it does too.

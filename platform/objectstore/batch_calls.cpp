@@ -1,8 +1,12 @@
-// Batches, and the check of the whole store.
+// Batches, and what concerns the whole store: its check, its copies.
+#include <storebackup.h>
 #include <storebatch.h>
+
+#include "platform/objectstore/backup.h"
 
 #include "platform/objectstore/integrity.h"
 #include "platform/objectstore/store_call.h"
+#include "platform/objectstore/store_file.h"
 
 using store::Call;
 using store::Fail;
@@ -53,6 +57,25 @@ BOOL CeCheckObjectStore(CeCheckReport report, void* context) {
             if (report) report(problem.c_str(), context);
         });
         if (!sound) Fail(ERROR_FILE_CORRUPT);
+        return TRUE;
+    });
+}
+
+BOOL CeBackupObjectStore(LPCWSTR file) {
+    return Call("CeBackupObjectStore", FALSE, [&](Store& store) {
+        if (!file || !*file) Fail(ERROR_INVALID_PARAMETER);
+        store::BackUp(store.Fresh(), store::StorePath(), file);
+        return TRUE;
+    });
+}
+
+BOOL CeRestoreObjectStore(LPCWSTR file, LPWSTR kept, DWORD room) {
+    return Call("CeRestoreObjectStore", FALSE, [&](Store&) {
+        if (!file || !*file || !kept || room < MAX_PATH) Fail(ERROR_INVALID_PARAMETER);
+        kept[0] = L'\0';
+        if (!CeUnmountObjectStore()) Fail(GetLastError());
+        const std::wstring old = store::Restore(store::StorePath(), file);
+        lstrcpynW(kept, old.c_str(), static_cast<int>(room));
         return TRUE;
     });
 }

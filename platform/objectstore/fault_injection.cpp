@@ -38,6 +38,7 @@ DWORD TakeCallFault(const char* function) {
             ++fault;
         }
     }
+    if (error == kCeKill) TerminateProcess(GetCurrentProcess(), 1);
     return error;
 }
 
@@ -45,6 +46,7 @@ int TakeDiskFault(int writeError) {
     const std::lock_guard lock(faultLock);
     ++diskWork;
     if (diskFaultAt == 0 || diskWork < diskFaultAt) return SQLITE_OK;
+    if (diskFault == kCeDiskKill) TerminateProcess(GetCurrentProcess(), 1);
     return diskFault == kCeDiskFull ? SQLITE_FULL : writeError;
 }
 

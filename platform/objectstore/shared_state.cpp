@@ -131,6 +131,13 @@ bool SharedState::IsOpen(CEOID database) {
     return false;
 }
 
+bool SharedState::IsInUse() {
+    for (SharedRow& row : page_->rows) {
+        if (row.database != 0 && Lives(row)) return true;
+    }
+    return false;
+}
+
 void SharedState::Notify(CEOID database, UINT message, CEOID object) {
     // Without the lock: a row that changes meanwhile costs a message too many or too few at the moment of opening or
     // closing, and the window that gets it is checked.

@@ -41,6 +41,9 @@ public:
     // Whether any process that still lives has the database open. Call with the lock held, to rely on the answer.
     bool IsOpen(CEOID database);
 
+    // The same of all databases.
+    bool IsInUse();
+
     // Posts the message to each window given for the database by a thread other than the caller's.
     void Notify(CEOID database, UINT message, CEOID object);
 

@@ -13,6 +13,9 @@ namespace store {
 // Where the environment says the store is now.
 std::wstring StorePath();
 
+// A path as SQLite takes it.
+std::string ToUtf8(const std::wstring& text);
+
 // Opens the store's file, made and provisioned first when there is none. It is made under another name and moved into
 // place when it is complete: a file that is there is whole or damaged, never half made. Throws, and leaves a file that
 // it cannot use as it is.

@@ -10,8 +10,12 @@
 //   begin | commit       a batch
 //   count                the number of records
 //   write SEED           entries until killed, each with a line when its write has returned (see survival_test.cpp)
+//   kill STEP | kill disk N     the process as soon as it comes to that step of a restore, or to the Nth disk write
+//   restore FILE         1, or the error
 //   quit
+#include <storebackup.h>
 #include <storebatch.h>
+#include <storefault.h>
 #include <windbase.h>
 
 #include <cstdio>
@@ -104,6 +108,22 @@ std::string Do(const std::string& verb, std::istringstream& line) {
         CEOIDINFO info = {};
         CeOidGetInfo(databaseOid, &info);
         return std::to_string(info.infDatabase.wNumRecords);
+    }
+    if (verb == "kill") {
+        std::string step;
+        std::getline(line >> std::ws, step);
+        if (step.starts_with("disk ")) {
+            CeFailDisk(static_cast<DWORD>(std::stoul(step.substr(5))), kCeDiskKill);
+        } else {
+            CeFailCall(step.c_str(), 1, kCeKill);
+        }
+        return "1";
+    }
+    if (verb == "restore") {
+        std::string file;
+        std::getline(line >> std::ws, file);
+        wchar_t kept[MAX_PATH] = L"";
+        return CeRestoreObjectStore(Widen(file).c_str(), kept, MAX_PATH) ? "1" : std::to_string(GetLastError());
     }
     if (verb == "add") {
         std::string text;
