@@ -37,7 +37,9 @@ private:
     template <class Visit>
     bool ForEach(CEPROPID property, const Visit& visit);
     bool MayGoOn() const { return !goOn_ || (*goOn_)(); }
-    std::vector<CEOID> InOrder(CEOID after) const;
+    std::vector<CEOID> InOrder(CEOID after);
+    std::vector<CEOID> WalkOrder(CEOID after);
+    std::vector<CEOID> AskPlaces(CEOID after);
 
     DbJournal& journal_;
     NoteText noteText_;
