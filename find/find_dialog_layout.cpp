@@ -8,8 +8,10 @@
 //     | [ 5/7/2001                 v] |
 #include <px.h>
 
+#include <algorithm>
 #include <initializer_list>
 
+#include "editor/field_controls.h"
 #include "find/find_dialog.h"
 
 namespace {
@@ -64,7 +66,10 @@ void FindDialog::LayOut() {
     OffsetRect(&group, 0, Px(kGroup) + margin);
     put(IDC_FIND_FOR_GROUP, group);
     RECT row = Inside(group);
-    row.bottom = row.top + Px(kPicker);
+    // No higher than a line needs: the text would not stand in the middle on every system.
+    const int height = std::min(Px(kPicker), LineHeight(date_));
+    row.top += (Px(kPicker) - height) / 2;
+    row.bottom = row.top + height;
     put(IDC_FIND_DATE, row);
     PlaceText(row);
     Invalidate();
