@@ -15,6 +15,7 @@
 #include "res/ids.h"
 #include "ui/application.h"
 #include "ui/note_reader.h"
+#include "ui/paint_windows.h"
 #include "ui/resource_text.h"
 
 namespace {
@@ -217,11 +218,4 @@ void ExportDialog::ShowProgress(int written) {
     shown_ = now;
     progress_.SetPosition(written);
     PaintWindows();
-}
-
-// Lets every window of the program paint what has become invalid; keys and taps wait for the end.
-void ExportDialog::PaintWindows() {
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_PAINT))
-        DispatchMessageW(&message);
 }

@@ -55,7 +55,6 @@ private:
     int WriteEntries();
     std::vector<CEOID> ChosenEntries(int* expected);
     void ShowProgress(int written);
-    void PaintWindows();
 
     // ---- Layout (export_dialog_layout.cpp) ----
     void LayOut();
