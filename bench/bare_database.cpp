@@ -171,6 +171,38 @@ void BareDatabase::Dump(const std::wstring& path) {
     CloseHandle(file);
 }
 
+unsigned BareDatabase::CountRows(const char* sql, const std::function<void(sqlite3_stmt*)>& bind) {
+    sqlite3_stmt* statement = nullptr;
+    Require(sqlite3_prepare_v2(database_, sql, -1, &statement, nullptr) == SQLITE_OK, sql);
+    bind(statement);
+    volatile int64_t ids = 0;
+    unsigned rows = 0;
+    for (; sqlite3_step(statement) == SQLITE_ROW; ++rows)
+        ids = ids + sqlite3_column_int64(statement, 0);
+    sqlite3_finalize(statement);
+    return rows;
+}
+
+unsigned BareDatabase::CountSubjects(const std::wstring& text) {
+    return CountRows("SELECT id FROM entry WHERE instr(subject, ?)", [&](sqlite3_stmt* statement) {
+        sqlite3_bind_blob(statement, 1, text.data(), static_cast<int>(text.size() * sizeof(wchar_t)), SQLITE_STATIC);
+    });
+}
+
+unsigned BareDatabase::CountBodies(const std::wstring& text) {
+    const std::string bytes(text.begin(), text.end());
+    return CountRows("SELECT id FROM body WHERE instr(value, ?)", [&](sqlite3_stmt* statement) {
+        sqlite3_bind_blob(statement, 1, bytes.data(), static_cast<int>(bytes.size()), SQLITE_STATIC);
+    });
+}
+
+unsigned BareDatabase::CountStarts(uint64_t first, uint64_t end) {
+    return CountRows("SELECT id FROM entry NOT INDEXED WHERE start>=? AND start<?", [&](sqlite3_stmt* statement) {
+        sqlite3_bind_int64(statement, 1, static_cast<int64_t>(first));
+        sqlite3_bind_int64(statement, 2, static_cast<int64_t>(end));
+    });
+}
+
 void BareDatabase::ReadPageWith(const std::vector<DWORD>& categories) {
     sqlite3_stmt* statement = nullptr;
     constexpr char kSql[] = "SELECT id, start, subject, categories FROM entry WHERE start>=? ORDER BY start";

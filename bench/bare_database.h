@@ -4,6 +4,8 @@
 
 #include <win.h>
 
+#include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -31,6 +33,11 @@ public:
     void ReadBodies(unsigned most);
     // Every value of every row, bodies included, into a new file as it is stored; on the disk when this returns.
     void Dump(const std::wstring& path);
+    // How many subjects and bodies hold the text, and how many starts lie from `first` up to, not including, `end`,
+    // each asked of every row. The text is ASCII: in a body it is looked for byte by byte.
+    unsigned CountSubjects(const std::wstring& text);
+    unsigned CountBodies(const std::wstring& text);
+    unsigned CountStarts(uint64_t first, uint64_t end);
     // From half way on the first thirty rows, in the order of start, that have one of the categories.
     void ReadPageWith(const std::vector<DWORD>& categories);
     void Insert(const SampleEntry& entry);
@@ -44,6 +51,7 @@ private:
     void Close();
     void Run(const char* sql);
     void ReadPage(const char* sql, bool fromMiddle);
+    unsigned CountRows(const char* sql, const std::function<void(sqlite3_stmt*)>& bind);
     void InsertEntry(const SampleEntry& entry);
 
     const std::string path_;

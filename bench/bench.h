@@ -54,6 +54,10 @@ private:
     // bench_selection.cpp
     void Selection();
 
+    // bench_find.cpp
+    void Find();
+    void FirstFind();
+
     // bench_notes.cpp
     void NoteTexts();
 

@@ -30,6 +30,8 @@
 //   100 foreign notes   bodies that do not carry it                     a scan of as many
 //   export ...          every entry with every field, its note included   every value as stored, into a file
 //   ... flushes         how often the file was flushed
+//   find ...            a search through all: subjects, notes, starts   a scan of the column with instr; of the starts
+//   find subject, first the same in a store just opened                 the same, SQLite just opened
 //   insert, update, delete an entry                                     the bare statements
 //   change sort         from start to subject                           building the same index
 //   start up            journal.exe, from the start until it waits      a program with an empty window
@@ -62,8 +64,10 @@ void Bench::Run() {
     WalkAll();
     NoteTexts();
     Export();
+    Find();
     Writes();
     ChangeSort();
+    FirstFind();
     journal_.Close();
     Require(CeUnmountObjectStore(), "closing the store");
     StartUp();
