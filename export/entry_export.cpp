@@ -7,7 +7,8 @@
 #include "export/export_file.h"
 #include "filter/filter_settings.h"
 
-EntryExport::EntryExport(DbJournal& journal, TSList<DbJItem>& fields, const FilterSettings* filter, EntryWriter& writer)
+EntryExport::EntryExport(DbJournal& journal, TSList<DbJItem>& fields, const FilterSettings* filter,
+                         ExportWriter& writer)
     : journal_(journal), fields_(fields), filter_(filter), writer_(writer) {}
 
 int EntryExport::Run(const std::vector<CEOID>& entries, const Progress& progress) {
@@ -42,7 +43,7 @@ int ExportEntries(DbJournal& journal, TSList<DbJItem>& fields, const ExportChoic
                   const std::vector<CEOID>& entries, FieldTexts& texts, ExportFile& file,
                   const EntryExport::Progress& progress) {
     AnsiOutput output(file);
-    const auto writer = MakeEntryWriter(choices.format, choices.labels, output, texts);
+    const auto writer = MakeExportWriter(choices.format, choices.labels, output, texts);
     const int written = EntryExport(journal, fields, choices.filter, *writer).Run(entries, progress);
     output.Flush();
     file.SetEnd();

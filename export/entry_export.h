@@ -8,7 +8,7 @@
 
 #include "data/dbj_item.h"
 #include "data/ts_list.h"
-#include "export/entry_writer.h"
+#include "export/export_writer.h"
 #include "export/field_texts.h"
 
 class DbCats;
@@ -23,7 +23,7 @@ public:
 
     // `fields` are all fields in the journal's order; those with kFieldExported are written. All must outlive the
     // object. An entry that does not pass `filter` (may be null) is left out.
-    EntryExport(DbJournal& journal, TSList<DbJItem>& fields, const FilterSettings* filter, EntryWriter& writer);
+    EntryExport(DbJournal& journal, TSList<DbJItem>& fields, const FilterSettings* filter, ExportWriter& writer);
 
     // Writes the header and then the entries, in the order given; an entry that is gone by the time of its turn is left
     // out. Answers how many were written: those also count of which no field is exported. Moves the journal's current
@@ -36,7 +36,7 @@ private:
     DbJournal& journal_;
     TSList<DbJItem>& fields_;
     const FilterSettings* filter_;
-    EntryWriter& writer_;
+    ExportWriter& writer_;
 };
 
 // Every entry of the journal as it is now, in its sort order. Each is exported once then, also when another program

@@ -6,8 +6,8 @@
 
 #include "data/dbj_item.h"
 #include "data/ts_list.h"
-#include "export/entry_writer.h"
 #include "export/export_file.h"
+#include "export/export_writer.h"
 #include "ui/button.h"
 #include "ui/dialog.h"
 #include "ui/list_box.h"

@@ -11,6 +11,7 @@ bool ExportFile::Create(const wchar_t* path, DWORD access, DWORD share, DWORD cr
     // What CreateFileW answers when it fails is no null handle. It is kept and used like any other, in vain: that an
     // export ends with its count, whatever became of the file, is meant so.
     handle_ = CreateFileW(path, access, share, nullptr, creation, attributes, nullptr);
+    failed_ = handle_ == INVALID_HANDLE_VALUE;
     return handle_ != nullptr;
 }
 
@@ -19,15 +20,18 @@ void ExportFile::Write(std::string_view bytes) {
     while (!bytes.empty()) {
         DWORD written = 0;
         const DWORD wanted = static_cast<DWORD>(std::min(bytes.size(), kMost));
-        if (!WriteFile(handle_, bytes.data(), wanted, &written, nullptr) || written == 0) break;
+        if (!WriteFile(handle_, bytes.data(), wanted, &written, nullptr) || written == 0) {
+            failed_ = true;
+            break;
+        }
         bytes.remove_prefix(written);
     }
-    FlushFileBuffers(handle_);
+    if (!FlushFileBuffers(handle_)) failed_ = true;
     ++flushes_;
 }
 
 void ExportFile::SetEnd() {
-    SetEndOfFile(handle_);
+    if (!SetEndOfFile(handle_)) failed_ = true;
 }
 
 void ExportFile::Close() {

@@ -6,7 +6,8 @@
 #include <string_view>
 
 // Every write is on the disk when it returns, so that it is worth the while to write much at once. No operation tells
-// what became of it: an export to a file that cannot be written runs to its end all the same.
+// what became of it: an export to a file that cannot be written runs to its end all the same. Who wants to know asks
+// Failed.
 class ExportFile {
 public:
     ExportFile() = default;
@@ -20,6 +21,8 @@ public:
     bool Create(const wchar_t* path, DWORD access, DWORD share, DWORD creation, DWORD attributes);
     // Writes at the current place and flushes.
     void Write(std::string_view bytes);
+    // Whether the file could not be opened, or something not be written.
+    bool Failed() const { return failed_; }
     // How often it has waited for the disk so far.
     int Flushes() const { return flushes_; }
     // Ends the file at the current place, so that nothing stays of a longer one that was there before.
@@ -29,5 +32,6 @@ public:
 
 private:
     HANDLE handle_ = nullptr;
+    bool failed_ = false;
     int flushes_ = 0;
 };

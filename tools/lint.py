@@ -23,7 +23,7 @@ MAY_USE = {
     "data": PLATFORM | {"text"},
     **{screen: BLOCKS | SCREENS for screen in SCREENS},
     "app": BLOCKS | SCREENS,
-    "tools": BLOCKS,
+    "tools": BLOCKS | {"export"},  # the writers of its files
     "bench": BLOCKS | SCREENS | {"app"},
 }
 # Screens may know each other, but not in a circle: no screen includes one that stands to its right.

@@ -3,8 +3,8 @@
 
 #include "data/sort_key.h"
 #include "export/ansi_output.h"
-#include "export/entry_writer.h"
 #include "export/export_file.h"
+#include "export/export_writer.h"
 #include "export/field_texts.h"
 #include "filter/filter_settings.h"
 #include "tests/export/export_fixture.h"
@@ -27,7 +27,7 @@ protected:
         EXPECT_TRUE(file.Create(File().c_str(), GENERIC_WRITE, FILE_SHARE_WRITE, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL));
         AnsiOutput output(file);
         FieldTexts texts({}, {});
-        const auto writer = MakeEntryWriter(ExportFormat::kCsv, false, output, texts);
+        const auto writer = MakeExportWriter(ExportFormat::kCsv, false, output, texts);
         const int written = EntryExport(journal_, fields_, filter, *writer).Run(entries, progress);
         output.Flush();
         return written;

@@ -14,8 +14,8 @@ TEST_F(JournalToolTest, HelpNamesEveryCommandAndEndsWithZero) {
     for (const wchar_t* option : {L"--help", L"-h"}) {
         const ToolRun run = RunTool({option});
         EXPECT_EQ(run.exitCode, 0);
-        for (const char* word :
-             {"seed N", "load FILE", "list [N]", "import FILE...", "contacts", "link contact", "check", "--store FILE"})
+        for (const char* word : {"seed N", "load FILE", "list [N]", "import FILE...", "contacts", "link contact",
+                                 "export --csv|--text FILE", "backup FILE", "restore FILE", "check", "--store FILE"})
             EXPECT_THAT(run.output, HasSubstr(word));
         EXPECT_THAT(run.complaints, IsEmpty());
     }

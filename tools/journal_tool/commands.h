@@ -26,5 +26,11 @@ int AppointmentsCommand(Arguments arguments);
 int TasksCommand(Arguments arguments);
 // link KIND ID: asks the running journal to begin an entry for a Pocket Outlook item.
 int LinkCommand(Arguments arguments);
+// export --csv|--text FILE: writes every entry into a file, as the journal's own export does.
+int ExportCommand(Arguments arguments);
+// backup FILE: copies the whole store, also while it is in use.
+int BackupCommand(Arguments arguments);
+// restore FILE: makes such a copy the store.
+int RestoreCommand(Arguments arguments);
 // check: verifies that the store is sound, and mends counts of uses.
 int CheckCommand(Arguments arguments);

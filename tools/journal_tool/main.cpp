@@ -39,6 +39,15 @@ usage: journal-tool [--store FILE] COMMAND
                print what Pocket Outlook holds, with the numbers that link wants
   link contact|appointment|task NUMBER
                asks the journal that is running to begin an entry for that item
+  export --csv|--text FILE [--fields NAMES] [--no-labels]
+               writes every entry into a file as the journal's own export does, in the system's code
+               page: a line of comma-separated values for each entry, or a line of text for each field;
+               NAMES are the form's labels with commas between them, such as "Subject,Start,Note";
+               the journal's filter does not count
+  backup FILE  copies the whole store into a file, which may be an older backup; the journal may be
+               running meanwhile
+  restore FILE makes the store a copy of that backup; a damaged or foreign file is refused; the store
+               that was there is kept beside it under a name with date and time; close the journal first
   check        verifies that the store is sound, and mends the categories' counts of entries,
                which a program that was killed may have left wrong; close the journal first
 
@@ -64,6 +73,9 @@ constexpr std::array kCommands = {
     Command{L"appointments", AppointmentsCommand, false},
     Command{L"tasks", TasksCommand, false},
     Command{L"link", LinkCommand, true},
+    Command{L"export", ExportCommand, false},
+    Command{L"backup", BackupCommand, false},
+    Command{L"restore", RestoreCommand, true},
     Command{L"check", CheckCommand, false},
 };
 // clang-format on

@@ -16,9 +16,9 @@ enum class ExportFormat {
 
 // Writes the fields that carry kFieldExported, in the list's order. Both formats end lines with CR LF, neither begins
 // with a byte-order mark.
-class EntryWriter {
+class ExportWriter {
 public:
-    virtual ~EntryWriter() = default;
+    virtual ~ExportWriter() = default;
 
     // What stands before the first entry. `fields` need not hold values.
     virtual void WriteHeader(const TSList<DbJItem>& fields) = 0;
@@ -30,4 +30,4 @@ public:
 //
 // CSV is written as plainly as it can be: a quote within a value is not doubled, a line break within a value is written
 // as it is. An entry none of whose fields is exported leaves no trace in either format.
-std::unique_ptr<EntryWriter> MakeEntryWriter(ExportFormat format, bool labels, AnsiOutput& output, FieldTexts& texts);
+std::unique_ptr<ExportWriter> MakeExportWriter(ExportFormat format, bool labels, AnsiOutput& output, FieldTexts& texts);

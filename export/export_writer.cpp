@@ -1,4 +1,4 @@
-#include "export/entry_writer.h"
+#include "export/export_writer.h"
 
 #include "data/field_ids.h"
 #include "export/ansi_output.h"
@@ -6,7 +6,7 @@
 
 namespace {
 
-class CsvWriter : public EntryWriter {
+class CsvWriter : public ExportWriter {
 public:
     CsvWriter(bool header, AnsiOutput& output, FieldTexts& texts) : header_(header), output_(output), texts_(texts) {}
 
@@ -35,7 +35,7 @@ private:
     FieldTexts& texts_;
 };
 
-class TextWriter : public EntryWriter {
+class TextWriter : public ExportWriter {
 public:
     TextWriter(bool labels, AnsiOutput& output, FieldTexts& texts) : labels_(labels), output_(output), texts_(texts) {}
 
@@ -61,7 +61,8 @@ private:
 
 }  // namespace
 
-std::unique_ptr<EntryWriter> MakeEntryWriter(ExportFormat format, bool labels, AnsiOutput& output, FieldTexts& texts) {
+std::unique_ptr<ExportWriter> MakeExportWriter(ExportFormat format, bool labels, AnsiOutput& output,
+                                               FieldTexts& texts) {
     if (format == ExportFormat::kText) return std::make_unique<TextWriter>(labels, output, texts);
     return std::make_unique<CsvWriter>(labels, output, texts);
 }

@@ -1,5 +1,5 @@
 // The bytes that the two formats make of an entry's fields.
-#include "export/entry_writer.h"
+#include "export/export_writer.h"
 
 #include "export/ansi_output.h"
 #include "export/export_file.h"
@@ -12,9 +12,9 @@ constexpr char kAllLabels[] =
     "\"Subject\",\"Entry Type\",\"Start\",\"Duration\",\"Priority\",\"Sensitivity\",\"Company\",\"Contacts\","
     "\"Categories\",\"Note\"\r\n";
 
-class EntryWriterTest : public ExportTest {
+class ExportWriterTest : public ExportTest {
 protected:
-    EntryWriterTest() {
+    ExportWriterTest() {
         journal_.Initialize(&fields_);
         ChooseAll(fields_);
     }
@@ -27,7 +27,7 @@ protected:
         // Bodies are their own text here.
         FieldTexts texts([](const CEBLOB& body, std::wstring& text) { text.assign(body.lpb, body.lpb + body.dwCount); },
                          [](CEOID category) { return category == 9 ? L"" : L"category " + std::to_wstring(category); });
-        const auto writer = MakeEntryWriter(format, labels, output, texts);
+        const auto writer = MakeExportWriter(format, labels, output, texts);
         writer->WriteHeader(fields_);
         for (const Sample& sample : samples) {
             Fill(fields_, sample);
@@ -64,40 +64,40 @@ protected:
 
 // ---- CSV ----
 
-TEST_F(EntryWriterTest, CsvHasALineForEachEntryInTheOrderOfItsFields) {
+TEST_F(ExportWriterTest, CsvHasALineForEachEntryInTheOrderOfItsFields) {
     EXPECT_EQ(Csv({Full()}, true),
               kAllLabels + ("\"Lunch\",\"Meeting\",\"" + TimeOf(Full().start) +
                             "\",\"1 hour 30 min\",\"High\",\"Confidential\",\"Talvern\",\"Ada; Ben\","
                             "\"category 2, category 3\",\"soup\r\nbread\"\r\n"));
 }
 
-TEST_F(EntryWriterTest, CsvOfAnEntryWithoutValuesKeepsItsPlaces) {
+TEST_F(ExportWriterTest, CsvOfAnEntryWithoutValuesKeepsItsPlaces) {
     Sample empty;
     empty.start = DateTime();
     empty.type = empty.priority = empty.sensitivity = -1;
     EXPECT_EQ(Csv({empty}), "\"\",\"\",\"" + TimeOf(DateTime()) + "\",\"0 minutes\",\"\",\"\",\"\",\"\",\"\",\"\"\r\n");
 }
 
-TEST_F(EntryWriterTest, CsvDoesNotDoubleQuotesOrRemoveLineBreaks) {
+TEST_F(ExportWriterTest, CsvDoesNotDoubleQuotesOrRemoveLineBreaks) {
     Choose(fields_, {kPropSubject, kPropBody});
     Sample sample = {L"the \"big\" one, \"\""};
     sample.body = "a \"b\"\r\n\r\nc,\n";
     EXPECT_EQ(Csv({sample}), "\"the \"big\" one, \"\"\",\"a \"b\"\r\n\r\nc,\n\"\r\n");
 }
 
-TEST_F(EntryWriterTest, CsvOfOneFieldHasNoComma) {
+TEST_F(ExportWriterTest, CsvOfOneFieldHasNoComma) {
     Choose(fields_, {kPropCompany});
     Sample sample;
     sample.company = L"Talvern";
     EXPECT_EQ(Csv({sample, sample}, true), "\"Company\"\r\n\"Talvern\"\r\n\"Talvern\"\r\n");
 }
 
-TEST_F(EntryWriterTest, CsvWithoutFieldsIsEmpty) {
+TEST_F(ExportWriterTest, CsvWithoutFieldsIsEmpty) {
     Choose(fields_, {});
     EXPECT_EQ(Csv({Full(), Full()}, true), "");
 }
 
-TEST_F(EntryWriterTest, CsvHeaderNamesTheChosenFieldsOnly) {
+TEST_F(ExportWriterTest, CsvHeaderNamesTheChosenFieldsOnly) {
     Choose(fields_, {kPropBody, kPropSubject});
     EXPECT_EQ(Csv({}, true), "\"Subject\",\"Note\"\r\n");
     EXPECT_EQ(Csv({}, false), "");
@@ -105,7 +105,7 @@ TEST_F(EntryWriterTest, CsvHeaderNamesTheChosenFieldsOnly) {
 
 // ---- Text ----
 
-TEST_F(EntryWriterTest, TextHasALineForEachFieldAndNoneBetweenEntries) {
+TEST_F(ExportWriterTest, TextHasALineForEachFieldAndNoneBetweenEntries) {
     const std::string entry =
         "Subject: Lunch\r\nEntry Type: Meeting\r\nStart: " + TimeOf(Full().start) +
         "\r\nDuration: 1 hour 30 min\r\nPriority: High\r\nSensitivity: Confidential\r\nCompany: Talvern\r\n"
@@ -113,14 +113,14 @@ TEST_F(EntryWriterTest, TextHasALineForEachFieldAndNoneBetweenEntries) {
     EXPECT_EQ(Text({Full(), Full()}, true), entry + entry);
 }
 
-TEST_F(EntryWriterTest, TextWithoutLabelsIsBareValues) {
+TEST_F(ExportWriterTest, TextWithoutLabelsIsBareValues) {
     EXPECT_EQ(Text({Full()}),
               "Lunch\r\nMeeting\r\n" + TimeOf(Full().start) +
                   "\r\n1 hour 30 min\r\nHigh\r\nConfidential\r\nTalvern\r\nAda; Ben\r\ncategory 2, category 3\r\n"
                   "soup\r\nbread\r\n");
 }
 
-TEST_F(EntryWriterTest, TextOfAnEmptyValueIsItsLabelOrAnEmptyLine) {
+TEST_F(ExportWriterTest, TextOfAnEmptyValueIsItsLabelOrAnEmptyLine) {
     Choose(fields_, {kPropSubject, kPropCategories, kPropBody});
     EXPECT_EQ(Text({{}}, true), "Subject: \r\nCategories: \r\nNote:\r\n\r\n");
     EXPECT_EQ(Text({{}}), "\r\n\r\n\r\n");
@@ -128,7 +128,7 @@ TEST_F(EntryWriterTest, TextOfAnEmptyValueIsItsLabelOrAnEmptyLine) {
 
 // ---- Values ----
 
-TEST_F(EntryWriterTest, ACategoryThatIsGoneIsLeftOut) {
+TEST_F(ExportWriterTest, ACategoryThatIsGoneIsLeftOut) {
     Choose(fields_, {kPropCategories});
     Sample sample;
     sample.categories = {9, 4, 9, 5};
@@ -137,7 +137,7 @@ TEST_F(EntryWriterTest, ACategoryThatIsGoneIsLeftOut) {
     EXPECT_EQ(Csv({sample}), "\"\"\r\n");
 }
 
-TEST_F(EntryWriterTest, ACodeOutsideItsTableIsEmpty) {
+TEST_F(ExportWriterTest, ACodeOutsideItsTableIsEmpty) {
     Choose(fields_, {kPropEntryType, kPropPriority, kPropSensitivity});
     Sample sample;
     sample.type = 19;
@@ -146,7 +146,7 @@ TEST_F(EntryWriterTest, ACodeOutsideItsTableIsEmpty) {
     EXPECT_EQ(Csv({sample}), "\"\",\"\",\"\"\r\n");
 }
 
-TEST_F(EntryWriterTest, EveryEntryHasItsOwnTimeOfDay) {
+TEST_F(ExportWriterTest, EveryEntryHasItsOwnTimeOfDay) {
     Choose(fields_, {kPropStart});
     std::vector<Sample> samples(3);
     samples[1].start = DateTime(SYSTEMTIME{2002, 1, 0, 1, 0, 5, 59, 0});
@@ -155,7 +155,7 @@ TEST_F(EntryWriterTest, EveryEntryHasItsOwnTimeOfDay) {
                                 TimeOf(samples[0].start) + "\"\r\n");
 }
 
-TEST_F(EntryWriterTest, AStartWithAnotherControlIsItsDateOrItsText) {
+TEST_F(ExportWriterTest, AStartWithAnotherControlIsItsDateOrItsText) {
     FieldTexts texts({}, {});
     DbJItem date(kFieldStart, kPropStart, L"Start", kControlDate, 0, kItemValue, L"");
     const DateTime start(SYSTEMTIME{2001, 5, 0, 7, 15, 30, 0, 0});
@@ -169,7 +169,7 @@ TEST_F(EntryWriterTest, AStartWithAnotherControlIsItsDateOrItsText) {
     EXPECT_EQ(texts.TextOf(text), L"on Monday");
 }
 
-TEST_F(EntryWriterTest, WithoutAReaderBodiesAreEmpty) {
+TEST_F(ExportWriterTest, WithoutAReaderBodiesAreEmpty) {
     FieldTexts texts({}, {});
     Fill(fields_, Full());
     EXPECT_EQ(texts.TextOf(*FindFieldByPropID(fields_, kPropBody)), L"");
