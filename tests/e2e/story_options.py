@@ -2,7 +2,7 @@
 import subprocess
 
 from driver import main, until
-from screens import IDOK, MAIN, JournalStory
+from screens import IDC_EDITOR_FIELDS, IDOK, MAIN, JournalStory
 
 OPTIONS = "Options"
 PAD = "Journal Password"
@@ -10,6 +10,9 @@ IDM_TOOLS = 40011
 IDC_OPTIONS_LIST = 102
 IDC_OPTIONS_CHOICES = 20900
 FIRST_DIGIT = 101
+IDC_CATEGORY_LIST = 102
+IDC_PANEL_ADD = 1026
+IDC_PANEL_TEXT = 1402
 
 
 class Options(JournalStory):
@@ -95,6 +98,59 @@ class Options(JournalStory):
         self.enter("42")
         self.answer(PAD, "y")
         until(lambda: self.values(screen)["Password"] == "<Disabled>", "the password to be off")
+        self.display.key("Escape")
+        self.window(MAIN)
+        self.close_journal(journal)
+
+    def type_into_panel(self, screen, text):
+        edit = self.control(screen, id=IDC_PANEL_TEXT)
+        self.display.click(edit)
+        until(lambda: self.has_focus(screen, edit), "the keys to go to the edit")
+        self.display.type(text)
+        until(lambda: self.text_of(screen, edit) == text, f"{text!r} in the edit")
+        self.display.click(self.control(screen, id=IDC_PANEL_ADD))
+        until(lambda: self.text_of(screen, edit) == "", f"{text!r} to be added")
+
+    def test_quick_subjects_and_categories_are_kept_from_here_and_used_in_an_entry(self):
+        journal, window = self.open_journal()
+        screen = self.open_options()
+        self.tap_value(screen, "Subjects")
+        subjects = self.window("Journal Subjects...")
+        self.type_into_panel(subjects, "Boat club")
+        self.display.picture("subjects")
+        self.ok(subjects)
+        screen = self.window(OPTIONS)
+        self.tap_value(screen, "Categories")
+        categories = self.window("Categories")
+        self.type_into_panel(categories, "Aboard")
+        self.display.picture("categories")
+        self.ok(categories)
+        screen = self.window(OPTIONS)
+        self.assertEqual(self.values(screen)["Subjects"], "<Edit Quick Subjects>")
+        self.assertEqual(self.values(screen)["Categories"], "<Edit Categories>")
+        self.display.key("Escape")
+
+        form = self.new_entry(self.window(MAIN))
+        self.pick(form, "Subject", "Boat club")
+        fields = self.rows(self.control(form, id=IDC_EDITOR_FIELDS))
+        row = next(row for row in fields if row.texts[0] == "Categories")
+        self.display.click((row.place[0] + 20, (row.place[1] + row.place[3]) // 2))
+        picker = self.window("Categories")
+        self.assertIn("Aboard", [texts[0] for texts in self.texts(self.control(picker, id=IDC_CATEGORY_LIST))])
+        self.ok(picker)
+        self.ok(form)
+        self.close_journal(journal)
+        entry, = self.stored()
+        self.assertEqual(entry["subject"], "Boat club")
+
+    def test_a_label_does_nothing(self):
+        journal, _ = self.open_journal()
+        screen = self.open_options()
+        for row in self.rows(self.control(screen, id=IDC_OPTIONS_LIST)):
+            left, top, right, bottom = row.place
+            self.display.click((left + 15, (top + bottom) // 2))
+            until(lambda: self.display.active_window() == OPTIONS, "the options to stay")
+        self.assertEqual([w.text for w in self.windows()], [OPTIONS, MAIN])
         self.display.key("Escape")
         self.window(MAIN)
         self.close_journal(journal)
