@@ -1,5 +1,5 @@
 # Entering the journal in the desktop menu of the person who runs this, and taking it out again. To be sourced by bash
-# after common.sh. The places are those that freedesktop.org's specifications give a person's own programs.
+# after common.sh. The places are those that freedesktop.org gives a person's own programs.
 # shellcheck shell=bash
 
 launcher=$data_home/applications/quillon-journal.desktop

@@ -18,7 +18,7 @@
 #include <win.h>
 #include <windbase.h>
 
-// --- Ids -------------------------------------------------------------------------------------------------------------
+// --- Ids ---
 
 inline constexpr GUID CLSID_Application = {
     0x05058F23, 0x20BE, 0x11D2, {0x8F, 0x18, 0x00, 0x00, 0xF8, 0x7A, 0x43, 0x35}};
@@ -31,8 +31,7 @@ inline constexpr GUID IID_IContact = {0x7F804E40, 0x2010, 0x11D2, {0x8F, 0x18, 0
 inline constexpr GUID IID_ITask = {0x37C78CE0, 0x202C, 0x11D2, {0x8F, 0x18, 0x00, 0x00, 0xF8, 0x7A, 0x43, 0x35}};
 inline constexpr GUID IID_IAppointment = {0x5B43F691, 0x202C, 0x11D2, {0x8F, 0x18, 0x00, 0x00, 0xF8, 0x7A, 0x43, 0x35}};
 
-// --- Numbers (stored in items, and known to other programs: fixed)
-// -----------------------------------------------------
+// --- Numbers (stored in items, and known to other programs: fixed) ---
 
 enum OlDefaultFolders {
     olFolderCalendar = 9,
@@ -51,8 +50,7 @@ enum OlMeetingStatus { olNonMeeting = 0, olMeeting = 1 };
 #define CAL_MINDATE 0.0
 #define CAL_MAXDATE 401768.0  // 31 December 2999
 
-// --- Properties
-// --------------------------------------------------------------------------------------------------------
+// --- Properties ---
 
 // Each list names an item's properties in the order of its methods: first get_ for all, then put_ for all. R marks
 // those that can only be read.
@@ -143,8 +141,7 @@ enum OlMeetingStatus { olNonMeeting = 0, olMeeting = 1 };
 #define PIM_SETTER(type, name) PIM_METHOD(put_##name(type value))
 #define PIM_NOTHING(type, name)
 
-// --- Interfaces
-// --------------------------------------------------------------------------------------------------------
+// --- Interfaces ---
 
 // The order of the methods is fixed: other programs call them through their slots.
 
@@ -274,8 +271,7 @@ struct ITask : public IDispatch {
 #undef PIM_SETTER
 #undef PIM_NOTHING
 
-// --- The server itself (ours; a device has it from the start)
-// -----------------------------------------------------------
+// --- The server itself (ours; a device has it from the start) ---
 
 // Makes CLSID_Application known to this user's programs, with this library as its server; quick when that has been
 // done. What DllRegisterServer does, for programs that have the library loaded anyway.
