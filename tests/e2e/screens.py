@@ -135,10 +135,14 @@ class JournalStory(Story):
 
     def from_context_menu(self, main, index, item):
         """Opens the context menu of a row in sight and picks one of its three items."""
+        self.click_context_menu(main, index, item)
+        self.until_no_menu()
+
+    def click_context_menu(self, main, index, item):
+        """The same without a look at what comes of it: that would wait until the program has done it."""
         self.display.right_click(self.row_of_entry(main, index))
         left, top, right, bottom = self.menu().place
         self.display.click(((left + right) // 2, top + (bottom - top) * (2 * item + 1) // 6))
-        self.until_no_menu()
 
     # ---- the button bar ----
 

@@ -48,7 +48,7 @@ class Killed(JournalStory):
         log = self.store.with_name(self.store.name + "-wal")
         written = lambda: log.stat().st_mtime_ns if log.exists() else 0  # its size stays when it is begun anew
         before = written()
-        self.from_context_menu(window, 1, COPY)
+        self.click_context_menu(window, 1, COPY)
         until(lambda: written() != before, "the first copies to be written")
         self.kill(journal)
 
