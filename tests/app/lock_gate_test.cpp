@@ -129,6 +129,15 @@ TEST_F(LockGateTest, WithoutAStoredPasswordNothingOpens) {
     EXPECT_EQ(appearances_, 0);
 }
 
+TEST_F(LockGateTest, AnEmptyStoredPasswordOpensNothing) {
+    app_->WriteString(L"Options", L"vacc", L"");
+    ExpectWrong(L"");
+    ExpectWrong(L"0");
+    ExpectWrong(L"1204");
+    EXPECT_FALSE(StartWatched());
+    EXPECT_EQ(appearances_, 0);
+}
+
 TEST_F(LockGateTest, WithTheLockOffNobodyAsks) {
     app_->WriteInt(L"Options", L"pwActive", 0);
     ASSERT_TRUE(Start());
