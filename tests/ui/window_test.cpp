@@ -169,13 +169,12 @@ TEST_F(WindowTest, AClassCountsWhenItsNameBeginsWithTheWantedOne) {
     EXPECT_FALSE(list.IsClass(L"ListView"));
 }
 
-TEST_F(WindowTest, TheInputPanelIsDown) {
+TEST_F(WindowTest, TheInputPanelFollowsThePreference) {
     EXPECT_FALSE(window_.IsInputPanelUp());
-}
-
-TEST_F(WindowTest, AnyInputPanelPreferenceIsAccepted) {
     EXPECT_TRUE(window_.SipPreference(SIP_UP));
+    EXPECT_TRUE(window_.IsInputPanelUp());
     EXPECT_TRUE(window_.SipPreference(SIP_DOWN));
+    EXPECT_TRUE(PumpUntil([&] { return !window_.IsInputPanelUp(); }));
 }
 
 TEST_F(WindowTest, StylesAreReadAndSet) {
