@@ -189,12 +189,14 @@ class Story(unittest.TestCase):
     def windows(self):
         return self.peek.elements("windows")
 
-    def window(self, title):
-        """Waits for the window with that title to be on top, to take input and to have the keys."""
+    def window(self, title, keys=False):
+        """Waits for the window with that title to be on top and to take input; with `keys`, to have the keyboard, too.
+
+        A window manager need not give the keyboard on when a screen closes of itself: a person clicks then."""
         def found():
             windows = self.windows()
             return (windows and windows[0].text == title and windows[0].enabled
-                    and self.display.active_window() == title and windows[0])
+                    and (not keys or self.display.active_window() == title) and windows[0])
         return until(found, lambda: f'the window "{title}"; there are {[w.text for w in self.windows()]}')
 
     def controls(self, window, *, id=None, cls=None, visible=True):
