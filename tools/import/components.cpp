@@ -56,7 +56,7 @@ private:
     }
     void Begin(const ContentLine& line) {
         const std::string name = NameOf(line);
-        // A person's agent may be a card within the card; any other item within one of its kind begins anew.
+        // Who acts for a person may be a card within the card; any other item within one of its kind begins anew.
         const bool isAgent = !open_.empty() && !open_.back().component.lines.empty() &&
                              open_.back().component.lines.back().name == "AGENT";
         if (IsWanted(name) && !isAgent) {
