@@ -144,6 +144,18 @@ class JournalStory(Story):
         left, top, right, bottom = self.menu().place
         self.display.click(((left + right) // 2, top + (bottom - top) * (2 * item + 1) // 6))
 
+    # ---- the lists a person keeps ----
+
+    def type_into_panel(self, screen, text):
+        """Adds a line in the quick subjects or the categories editor."""
+        edit = self.control(screen, id=IDC_PANEL_TEXT)
+        self.display.click(edit)
+        until(lambda: self.has_focus(screen, edit), "the keys to go to the edit")
+        self.display.type(text)
+        until(lambda: self.text_of(screen, edit) == text, f"{text!r} in the edit")
+        self.display.click(self.control(screen, id=IDC_PANEL_ADD))
+        until(lambda: self.text_of(screen, edit) == "", f"{text!r} to be added")
+
     # ---- the button bar ----
 
     def bar_text(self, main, command):

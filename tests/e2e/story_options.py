@@ -11,8 +11,6 @@ IDC_OPTIONS_LIST = 102
 IDC_OPTIONS_CHOICES = 20900
 FIRST_DIGIT = 101
 IDC_CATEGORY_LIST = 102
-IDC_PANEL_ADD = 1026
-IDC_PANEL_TEXT = 1402
 
 
 class Options(JournalStory):
@@ -101,15 +99,6 @@ class Options(JournalStory):
         self.display.key("Escape")
         self.window(MAIN)
         self.close_journal(journal)
-
-    def type_into_panel(self, screen, text):
-        edit = self.control(screen, id=IDC_PANEL_TEXT)
-        self.display.click(edit)
-        until(lambda: self.has_focus(screen, edit), "the keys to go to the edit")
-        self.display.type(text)
-        until(lambda: self.text_of(screen, edit) == text, f"{text!r} in the edit")
-        self.display.click(self.control(screen, id=IDC_PANEL_ADD))
-        until(lambda: self.text_of(screen, edit) == "", f"{text!r} to be added")
 
     def test_quick_subjects_and_categories_are_kept_from_here_and_used_in_an_entry(self):
         journal, window = self.open_journal()

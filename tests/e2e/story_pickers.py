@@ -3,8 +3,6 @@ from driver import main, until
 from screens import IDC_EDITOR_FIELDS, IDM_SHOW, MAIN, JournalStory
 
 IDC_CATEGORY_LIST = 102
-IDC_PANEL_ADD = 1026
-IDC_PANEL_TEXT = 1402
 IDC_PICKER_TABS = 20702
 
 EDIT_SUBJECTS = "<Edit Quick Subjects>"
@@ -13,15 +11,6 @@ CATEGORY = "Aboard"
 
 
 class Pickers(JournalStory):
-    def type_into_panel(self, screen, text):
-        edit = self.control(screen, id=IDC_PANEL_TEXT)
-        self.display.click(edit)
-        until(lambda: self.has_focus(screen, edit), "the keys to go to the edit")
-        self.display.type(text)
-        until(lambda: self.text_of(screen, edit) == text, f"{text!r} in the edit")
-        self.display.click(self.control(screen, id=IDC_PANEL_ADD))
-        until(lambda: self.text_of(screen, edit) == "", f"{text!r} to be added")
-
     def test_a_subject_and_a_category_are_made_and_chosen(self):
         journal, window = self.open_journal()
         form = self.new_entry(window)
