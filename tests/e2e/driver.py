@@ -189,10 +189,9 @@ class Story(unittest.TestCase):
     def windows(self):
         return self.peek.elements("windows")
 
-    def window(self, title, keys=False):
-        """Waits for the window with that title to be on top and to take input; with `keys`, to have the keyboard, too.
-
-        A window manager need not give the keyboard on when a screen closes of itself: a person clicks then."""
+    def window(self, title, keys=True):
+        """Waits for the window with that title to be on top, to take input and, unless `keys` is false, to have the
+        keyboard: a window manager need not give that on when a screen closes of itself, and a person clicks then."""
         def found():
             windows = self.windows()
             return (windows and windows[0].text == title and windows[0].enabled

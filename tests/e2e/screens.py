@@ -66,7 +66,7 @@ class JournalStory(Story):
     def open_journal(self):
         """Starts the journal; answers its process and its window once it is there."""
         process = self.start()
-        return process, self.window(MAIN, keys=True)
+        return process, self.window(MAIN)
 
     def close_journal(self, process):
         self.display.key("alt+F4")

@@ -61,11 +61,11 @@ class OneEntry(JournalStory):
     def test_an_entry_deleted_elsewhere_closes_its_view(self):
         self.show_entry(self.main, SUBJECT)
         self.empty_elsewhere()
-        box = self.window(MAIN, keys=True)  # the box's title is the program's
+        box = self.window(MAIN)  # the box's title is the program's
         self.display.picture("deleted-elsewhere")
         self.display.key("Return")
         until(lambda: box.window not in [w.window for w in self.windows()], "the box to close")
-        main = self.window(MAIN)
+        main = self.window(MAIN, keys=False)
         self.assertEqual(self.controls(main, id=IDC_DETAIL_NOTE), [])
         # Two windows went at once; the window manager may have given the keyboard to none.
         self.display.click(self.control(main, id=IDC_ENTRY_LIST))
@@ -127,7 +127,7 @@ class OneEntry(JournalStory):
     def test_keys_alone_show_edit_and_close(self):
         view = self.show_entry(self.main, "Call")
         self.display.key("Escape")
-        self.main = self.window(MAIN, keys=True)
+        self.main = self.window(MAIN)
         self.display.key("Return")
         view = self.screen_with(134)
         self.assertEqual(self.detail(view, IDC_DETAIL_SUBJECT), "Call")
