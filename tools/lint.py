@@ -32,6 +32,9 @@ SCREEN_ORDER = ["filter", "lock", "list", "export", "pickers", "editor", "outloo
 SYSTEM_HEADERS = re.compile(
     r"(windows|windowsx|winbase|winuser|wingdi|winnt|winreg|winnls|commctrl|commdlg|richedit|richole|ole2|objbase"
     r"|oleauto|ocidl|shellapi|shlobj|shlwapi|uxtheme|tchar)\.h", re.IGNORECASE)
+SYSTEM_TYPES = re.compile(
+    r"\b(HWND|HINSTANCE|HMODULE|HMENU|HDC|HFONT|HBITMAP|HBRUSH|HICON|HANDLE|HKEY|HRESULT|BOOL|BYTE|WORD|DWORD|UINT|INT_PTR"
+    r"|LONG|LRESULT|LPARAM|WPARAM|RECT|POINT|SIZE|FILETIME|SYSTEMTIME|NMHDR|MSG|CALLBACK|WINAPI|IUnknown|BSTR)\b")
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^">]+)[">]')
 
 # Calls whose argument is an id of ours. Such an id has a name in res/ids.h; the number alone tells a reader nothing.
@@ -105,6 +108,41 @@ def headers_are_guarded_one_way(files):
         code = [line for line in source_lines(path) if line.strip() and not line.startswith("//")]
         if not code or code[0] != "#pragma once":
             yield path, 1, "the first line of code must be #pragma once"
+
+
+def headers_come_first_in_their_own_file(files):
+    """x.cpp includes x.h before anything else, which proves that the header leans on nothing."""
+    for path in filter(lambda path: path.suffix == ".cpp", files):
+        own = path.with_suffix(".h")
+        if own not in files:
+            continue
+        first = next((found[2] for found in map(INCLUDE.match, source_lines(path)) if found), None)
+        if first != str(own) and not str(own).endswith(f"/{first}"):
+            yield path, 1, f"the first include must be {own}"
+
+
+def headers_include_the_system_they_name(files):
+    """A header that names a type of the system's reaches win.h: the build, which has it compiled already, cannot tell."""
+    headers = {path for path in files if path.suffix == ".h"}
+    includes = {}
+    for path in headers:
+        named = [found[2] for found in map(INCLUDE.match, source_lines(path)) if found]
+        includes[path] = [pathlib.PurePosixPath(folder + name) for name in named for folder in ("", "platform/include/")]
+
+    def reaches_the_system(path, seen):
+        if path.name == "win.h":
+            return True
+        seen.add(path)
+        return any(reaches_the_system(other, seen) for other in includes.get(path, [])
+                   if other in headers and other not in seen)
+
+    for path in sorted(headers):
+        if str(path) == "res/ids.h" or path.parts[0] == "tests" or reaches_the_system(path, set()):
+            continue
+        for number, line in enumerate(source_lines(path), 1):
+            if SYSTEM_TYPES.search(line.split("//")[0]):
+                yield path, number, "include <win.h> for the system's types"
+                break
 
 
 def ids_have_names(files):
@@ -200,6 +238,7 @@ def scripts_are_sound(files):
 
 RULES = [
     system_headers_come_through_one_door, folders_depend_downwards, text_knows_no_window, headers_are_guarded_one_way,
+    headers_come_first_in_their_own_file, headers_include_the_system_they_name,
     ids_have_names, ids_header_holds_only_defines, texts_are_clean, file_names_are_lower_snake_case,
     the_lock_file_names_no_server, documents_are_short_and_their_links_lead_somewhere, scripts_are_sound,
 ]
