@@ -89,9 +89,18 @@ fetch_third_party() {
 
 # --- building ----------------------------------------------------------------------------------------------------
 
+# tell_tenths
+# Reads Ninja's "[12/345] ..." and prints each tenth of the way once. A build of a few steps says nothing.
+tell_tenths() {
+    awk -F'[][/]' '/^\[[0-9]+\/[0-9]+\]/ && $3 >= 20 {
+        tenth = int($2 * 10 / $3)
+        if (tenth > told) { print "  " tenth "0 %"; fflush(); told = tenth }
+    }'
+}
+
 # build_preset <release|checked> [<target>...]
 # Configures when that was not done yet (afterwards Ninja sees to it) and builds everything, or those targets. Ninja's
-# list of steps is shown only when something went wrong or somebody looks on.
+# list of steps is shown only when somebody looks on; a file gets a line for each tenth of the way.
 build_preset() {
     local folder=$journal/build log build=(cmake --build --preset "$1")
     (($# > 1)) && build+=(--target "${@:2}")
@@ -110,7 +119,7 @@ build_preset() {
     if [[ -t 1 ]]; then
         (cd "$journal" && "${build[@]}") || die "the build failed"
     else
-        (cd "$journal" && "${build[@]}") >"$log" 2>&1 || {
+        (cd "$journal" && "${build[@]}" 2>&1 | tee "$log" | tell_tenths; exit "${PIPESTATUS[0]}") || {
             grep -v '^\[[0-9]*/[0-9]*\] ' "$log" | tail -n 200 >&2
             die "the build failed"
         }
