@@ -1,5 +1,7 @@
 #include "filter/filter_caption.h"
 
+#include <dateformat.h>
+
 #include <bit>
 #include <iterator>
 

@@ -1,5 +1,6 @@
 #include "list/date_column.h"
 
+#include <dateformat.h>
 #include <px.h>
 
 #include <algorithm>

@@ -154,6 +154,7 @@ void DetailPanel::Fit(int parentWidth) {
     const DetailLayout layout =
         LayOutDetail(parentWidth, {!texts_.company.empty(), !texts_.contacts.empty(), !texts_.categories.empty()});
     subject_.SetText(FittingSubject(layout.subjectRoom).c_str());
+    FitDate(layout.date.right - layout.date.left);
     Put(date_, layout.date);
     Put(priority_, layout.priority);
     Put(sensitivity_, layout.sensitivity);
@@ -178,6 +179,31 @@ std::wstring DetailPanel::FittingSubject(int room) const {
         GetTextExtentExPointW(dc.Dc(), text, count, width, &fitting, nullptr, &size);
         return fitting;
     });
+}
+
+// The time stands last and would be cut off first: in locales with long names the line is written narrower instead.
+void DetailPanel::FitDate(int room) {
+    const WindowDc dc(GetHandle());
+    const auto width = [&](HFONT font) {
+        const SelectedObject selected(dc.Dc(), font);
+        SIZE size = {};
+        GetTextExtentPoint32W(dc.Dc(), texts_.date.c_str(), static_cast<int>(texts_.date.size()), &size);
+        return static_cast<int>(size.cx);
+    };
+    UniqueFont narrow;
+    if (room > 0 && width(normal_.get()) > room) {
+        const SelectedObject selected(dc.Dc(), normal_.get());
+        TEXTMETRICW metrics = {};
+        GetTextMetricsW(dc.Dc(), &metrics);
+        LOGFONTW font = {};
+        GetObjectW(normal_.get(), sizeof font, &font);
+        for (font.lfWidth = metrics.tmAveCharWidth - 1; font.lfWidth > 0; --font.lfWidth) {
+            narrow.reset(CreateFontIndirectW(&font));
+            if (width(narrow.get()) <= room) break;
+        }
+    }
+    date_.SetFont(narrow ? narrow.get() : normal_.get());
+    narrow_ = std::move(narrow);
 }
 
 LRESULT DetailPanel::OnCommand(WORD code, WORD id) {

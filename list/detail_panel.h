@@ -35,6 +35,7 @@ private:
     LRESULT OnColorStatic(HDC dc, HWND control);
     LRESULT OnDrawItem(const DRAWITEMSTRUCT& draw) const;
     std::wstring FittingSubject(int room) const;
+    void FitDate(int room);
 
     struct Strip {
         UniqueBitmap images;
@@ -45,6 +46,7 @@ private:
 
     UniqueFont bold_;
     UniqueFont normal_;
+    UniqueFont narrow_;  // of a date line that is wider than its place, else null
     Strip priorities_;
     Strip sensitivities_;
     DetailField date_;

@@ -1,5 +1,7 @@
 #include "list/detail_texts.h"
 
+#include <dateformat.h>
+
 #include "text/date_time.h"
 
 namespace {

@@ -1,5 +1,6 @@
 #include "list/store_rows.h"
 
+#include <dateformat.h>
 #include <storepage.h>
 
 #include <algorithm>

@@ -1,5 +1,7 @@
 #include "text/date_time.h"
 
+#include <dateformat.h>
+
 #include <cmath>
 
 static_assert(sizeof(FILETIME) == sizeof(uint64_t));

@@ -100,6 +100,17 @@ def text_knows_no_window(files):
                 yield path, number, "text/ knows no window library"
 
 
+def dates_are_written_one_way(files):
+    """GetDateFormatW is called through <dateformat.h>: Wine's own writes an era twice."""
+    for path in filter(is_cpp, files):
+        if path.parts[0] not in MAY_USE or path.parts[0] == "platform":
+            continue
+        lines = source_lines(path)
+        calls = [number for number, line in enumerate(lines, 1) if "GetDateFormatW(" in line]
+        if calls and not any("<dateformat.h>" in line for line in lines):
+            yield path, calls[0], "include <dateformat.h>"
+
+
 def headers_are_guarded_one_way(files):
     """Every header starts (after its comment) with #pragma once."""
     for path in files:
@@ -237,8 +248,8 @@ def scripts_are_sound(files):
 
 
 RULES = [
-    system_headers_come_through_one_door, folders_depend_downwards, text_knows_no_window, headers_are_guarded_one_way,
-    headers_come_first_in_their_own_file, headers_include_the_system_they_name,
+    system_headers_come_through_one_door, folders_depend_downwards, text_knows_no_window, dates_are_written_one_way,
+    headers_are_guarded_one_way, headers_come_first_in_their_own_file, headers_include_the_system_they_name,
     ids_have_names, ids_header_holds_only_defines, texts_are_clean, file_names_are_lower_snake_case,
     the_lock_file_names_no_server, documents_are_short_and_their_links_lead_somewhere, scripts_are_sound,
 ]

@@ -2,6 +2,8 @@
 // when its entry is changed or deleted elsewhere.
 #include "list/detail_view.h"
 
+#include <dateformat.h>
+
 #include <thread>
 
 #include "data/contact_blob.h"
@@ -128,6 +130,40 @@ TEST_F(DetailViewTest, TheNoteFillsTheRestBelowTheHeader) {
         EXPECT_EQ(Place(Note()).right, client.right);
         EXPECT_NE(Place(Note()).bottom, bottom);
         EXPECT_LE(Place(Note()).bottom, client.bottom);
+    });
+}
+
+TEST_F(DetailViewTest, ADateLineWiderThanItsPlaceIsWrittenNarrowerSoThatTheTimeIsSeen) {
+    const SYSTEMTIME start = {2026, 3, 0, 14, 15, 9, 0, 0};
+    const CEOID id = AddEntry(
+        [&](auto& fields) { FindFieldByPropID(fields, kPropStart)->SetFileTime(DateTime(start).ToFileTime()); });
+    View(id, [&] {
+        const auto width = [&] {
+            const HDC dc = GetDC(Item(IDC_DETAIL_DATE));
+            const auto font = reinterpret_cast<HFONT>(SendMessageW(Item(IDC_DETAIL_DATE), WM_GETFONT, 0, 0));
+            const HGDIOBJ before = SelectObject(dc, font);
+            const std::wstring text = Text(IDC_DETAIL_DATE);
+            SIZE size = {};
+            GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &size);
+            SelectObject(dc, before);
+            ReleaseDC(Item(IDC_DETAIL_DATE), dc);
+            return static_cast<int>(size.cx);
+        };
+        const auto room = [&] {
+            const RECT place = Place(Item(IDC_DETAIL_DATE));
+            return static_cast<int>(place.right - place.left);
+        };
+        const std::wstring whole = Text(IDC_DETAIL_DATE);
+        const int full = width();
+        ASSERT_LE(full, room());
+        SetWindowPos(Screen(), nullptr, 0, 0, full * 4 / 5 + Px(31) + Px(8), 250, SWP_NOMOVE | SWP_NOZORDER);
+        PumpOnce();
+        ASSERT_LT(room(), full);
+        EXPECT_LE(width(), room());
+        EXPECT_EQ(Text(IDC_DETAIL_DATE), whole);
+        SetWindowPos(Screen(), nullptr, 0, 0, 300, 250, SWP_NOMOVE | SWP_NOZORDER);
+        PumpOnce();
+        EXPECT_EQ(width(), full);
     });
 }
 

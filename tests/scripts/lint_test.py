@@ -32,6 +32,7 @@ BREACHES = [
     ("list/a.cpp", '#include "app/main_window.h"\n', "list/ may not include from app/"),
     ("filter/a.cpp", '#include "list/entry_list.h"\n', "builds on it"),
     ("text/a.cpp", "#include <richink.h>\n", "no window library"),
+    ("list/a.cpp", "f(GetDateFormatW(a, b));\n", "include <dateformat.h>"),
     ("ui/d.h", "#ifndef A\n#define A\n#endif\n", "#pragma once"),
     ("ui/a.cpp", '#include "ui/b.h"\n#include "ui/a.h"\n', "the first include must be ui/a.h"),
     ("ui/b.h", "#pragma once\n#include <string>\nHWND f();\n", "include <win.h>"),
