@@ -55,6 +55,7 @@ INT_PTR CALLBACK EntryEditor::Procedure(HWND hwnd, UINT message, WPARAM wparam, 
         case kEnterEditor: return live_->EnterEditor(), TRUE;
         case kGoToPage: return live_->GoToPage(static_cast<Page>(wparam)), TRUE;
         case kOpenPicker: return live_->OpenPicker(static_cast<CEPROPID>(wparam)), TRUE;
+        case kTypeOn: return live_->TypeOn(wparam), TRUE;
         case kEditSubjects: return live_->EditSubjects(wparam != 0), TRUE;
         case WM_NCDESTROY: return End(live_);
         default: return FALSE;
@@ -136,6 +137,7 @@ INT_PTR EntryEditor::OnListNotify(const NMHDR& header) {
         case LVN_ITEMCHANGED: OnRowChanged(reinterpret_cast<const NMLISTVIEW&>(header)); break;
         case LVN_ENDSCROLL: PlaceEditor(); break;
         case NM_CLICK: PostMessage(kEnterEditor); break;
+        case NM_CHAR: TypeIntoRow(reinterpret_cast<const NMCHAR&>(header).ch); break;
         case NM_SETFOCUS:
         case NM_KILLFOCUS: list_.Invalidate(nullptr, false); break;
         default: break;
@@ -209,10 +211,8 @@ void EntryEditor::Finish() {
     if (closing_) return;
     closing_ = true;
     TakePicked();
-    if (modified_) {
-        TakeEntered();
-        WriteEntry();
-    }
+    TakeEntered();
+    if (modified_ || HasOtherValues()) WriteEntry();
     editor_.reset();
     EndDialog(GetHandle(), IDOK);
 }

@@ -13,7 +13,8 @@
 class SelectionMemory;
 
 // Selecting a row opens its editor in the row; what it holds is taken when it closes. Closing the screen is OK: nothing
-// typed is lost. Only OK writes, and only when something was changed.
+// typed is lost. Only OK writes, and only when a value is another one than it was: a list looked into, a text typed and
+// taken back are no change.
 class EntryEditor : public EntryForm, private KeyListener {
 public:
     // Edits the selection's current entry (0: a new one) in a full-screen modal dialog over `owner` and returns when
@@ -44,6 +45,7 @@ private:
         kEnterEditor = WM_APP + 1,  // go into the open editor, once the list has done with the tap that opened it
         kGoToPage,                  // wParam: the Page; once the editor that asks for it is out of the way
         kOpenPicker,                // wParam: the property id of the field to pick for; once the tap is done with
+        kTypeOn,                    // wParam: a character, for whatever has the focus by then
         kEditSubjects,              // wParam: whether to open the quick subjects before the editor is renewed
     };
 
@@ -75,6 +77,8 @@ private:
     void LeaveEditor();
     void PlaceEditor();
     void EnterEditor();
+    void TypeIntoRow(UINT character);
+    void TypeOn(WPARAM character);
     void TakeEntered();
     // Stores the entry, its flags and what its categories are used.
     void WriteEntry();

@@ -91,16 +91,24 @@ void EntryEditor::EnterEditor() {
     editor_->Enter();
 }
 
+// What is typed while a row is highlighted is meant for the row: its editor takes it, or the page or picker that opens.
+void EntryEditor::TypeIntoRow(UINT character) {
+    if (character < L' ') return;  // of a key like Return or Ctrl+C
+    EnterEditor();
+    PostMessage(kTypeOn, character);
+}
+
+void EntryEditor::TypeOn(WPARAM character) {
+    const HWND focus = ::GetFocus();
+    if (focus && focus != list_.GetHandle()) ::SendMessageW(focus, WM_CHAR, character, 1);
+}
+
 void EntryEditor::OnFieldEvent(FieldEvent event) {
-    if (event == FieldEvent::kNone) return;
-    modified_ = true;
     if (event == FieldEvent::kDone) TakeEntered();
 }
 
 void EntryEditor::TakeEntered() {
-    if (!editor_ || !editor_->Commit()) return;
-    modified_ = true;
-    ShowField(editor_->Field());
+    if (editor_ && editor_->Commit()) ShowField(editor_->Field());
 }
 
 void EntryEditor::OpenPicker(CEPROPID propid) {
@@ -125,7 +133,6 @@ void EntryEditor::TakePicked() {
     if (bytes != pickedBefore_) {
         const CEBLOB blob = {static_cast<DWORD>(bytes.size()), bytes.data()};
         field.SetBlob(&blob);
-        modified_ = true;
     }
     field.SetStrValue(FieldText(field).c_str());  // categories may have been renamed
     ShowField(field);

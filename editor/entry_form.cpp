@@ -21,7 +21,17 @@ bool EntryForm::Build(const FormRecord& record) {
     loaded_ = id_ && journal_.Read(id_, &fields_) == id_;
     if (!id_) ReadNew(pim != nullptr);
     FillRows(pim, row ? row->field : 0);
+    opened_ = fields_;
     return true;
+}
+
+bool EntryForm::HasOtherValues() const {
+    auto opened = opened_.begin();
+    for (const DbJItem& field : fields_) {
+        if (!(field == *opened)) return true;
+        ++opened;
+    }
+    return false;
 }
 
 bool EntryForm::MakeControls() {

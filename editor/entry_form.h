@@ -35,6 +35,10 @@ protected:
     // Shows the field's text, or what stands for an empty one, in its row.
     void ShowField(const DbJItem& field);
 
+    // Whether a field's value is another one than the form was opened with. What shows and was never stored (the
+    // default of a coded field, the start of an entry without one) counts as opened with.
+    bool HasOtherValues() const;
+
     // Whether the entry's record can be written again: it was read, and nobody has deleted it since.
     bool IsStored() { return loaded_ && journal_.SeekToOid(id_) == id_; }
 
@@ -43,7 +47,7 @@ protected:
     CEOID id_ = 0;
     TSList<DbJItem> fields_;
     DbJItem* bodyField_ = nullptr;  // null when the journal defines none
-    bool modified_ = false;         // something was changed: OK writes the entry
+    bool modified_ = false;         // OK writes the entry, whether or not a field has another value
 
     TabControl tabs_;
     FieldList list_;
@@ -57,6 +61,7 @@ private:
 
     std::unique_ptr<HiddenLabel> listLabel_;
     std::unique_ptr<HiddenLabel> bodyLabel_;
+    TSList<DbJItem> opened_;  // the fields as the form was opened
     int startRow_ = 0;
     bool loaded_ = false;  // the fields are those of the record id_
 };

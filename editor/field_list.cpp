@@ -91,6 +91,13 @@ bool FieldList::CreateIn(HWND parent, int id, const RECT& place) {
 LRESULT CALLBACK FieldList::Procedure(HWND list, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
                                       DWORD_PTR) noexcept {
     if (message == WM_NCDESTROY) RemoveWindowSubclass(list, Procedure, kSubclassId);
+    if (message == WM_CHAR) {
+        NMCHAR typed = {{list, static_cast<UINT_PTR>(::GetDlgCtrlID(list)), static_cast<UINT>(NM_CHAR)},
+                        static_cast<UINT>(wparam),
+                        0,
+                        0};
+        return ::SendMessageW(::GetParent(list), WM_NOTIFY, typed.hdr.idFrom, reinterpret_cast<LPARAM>(&typed));
+    }
     const auto topRow = [list] { return DefSubclassProc(list, LVM_GETTOPINDEX, 0, 0); };
     const LRESULT before = MayScroll(message) ? topRow() : 0;
     const LRESULT result = DefSubclassProc(list, message, wparam, lparam);

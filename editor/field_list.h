@@ -9,7 +9,8 @@
 // Captions are bold and olive, values normal, and a text that stands for an empty value thin and olive. The selected
 // row's caption has the colours of an active window's caption; its value is where the field's editor goes. Whenever the
 // rows have moved, by bar, wheel, keys or a selection, the parent is sent LVN_ENDSCROLL; on some systems more than
-// once.
+// once. A character
+// typed into the list is sent to the parent as NM_CHAR, and not looked for among the captions.
 class FieldList : public ListView {
 public:
     // Creates the list as a child of `parent` at `place` (device pixels), with its two columns.

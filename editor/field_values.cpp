@@ -60,6 +60,7 @@ bool CommitTime(DbJItem& field, const DateTime& time) {
 }
 
 bool CommitSpan(DbJItem& field, std::wstring text) {
+    if (text == field.GetStrValue()) return false;  // the value may be longer than its text can tell
     DateTime span;
     if (!ReadDurationField(text, span)) return false;
     return CommitTime(field, span);

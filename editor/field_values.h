@@ -27,5 +27,5 @@ bool CommitText(DbJItem& field, const std::wstring& text);
 // A coded field; `choice` is a row of its table. A negative one (nothing chosen) changes nothing.
 bool CommitChoice(DbJItem& field, int choice);
 bool CommitTime(DbJItem& field, const DateTime& time);
-// A duration as people type it. A text without any number changes nothing.
+// A duration as people type it. A text without any number changes nothing, nor does the one that the row shows.
 bool CommitSpan(DbJItem& field, std::wstring text);

@@ -162,6 +162,50 @@ TEST_F(EntryFieldsTest, OkWithoutAChangeWritesNothing) {
     EXPECT_EQ(StoredText(id, kPropSubject), L"Dinner");
 }
 
+TEST_F(EntryFieldsTest, AListThatIsOpenedAndLeftWithEscapeIsNoChange) {
+    for (const WORD field : {kFieldPriority, kFieldEntryType, kFieldSensitivity, kFieldSubject, kFieldDuration}) {
+        const CEOID id = AddLunch();
+        Edit(id, field, [&] {
+            SendMessageW(Editor(), CB_SHOWDROPDOWN, TRUE, 0);
+            Press(Editor(), VK_ESCAPE);
+            EXPECT_EQ(SendMessageW(Editor(), CB_GETDROPPEDSTATE, 0, 0), 0);
+            journal_.DeleteRecord(id);  // a write would bring it back
+        });
+        EXPECT_EQ(journal_.GetRecordCount(), 0) << field;
+    }
+}
+
+TEST_F(EntryFieldsTest, AValueThatIsWhatItWasIsNoChange) {
+    const CEOID id = AddEntry([](TSList<DbJItem>& fields) {
+        FindFieldByPropID(fields, kPropSubject)->SetStrValue(L"Lunch");
+        FindFieldByPropID(fields, kPropStart)->SetFileTime(DateTime(Time(2025, 11, 2, 12, 30)).ToFileTime());
+        FindFieldByPropID(fields, kPropPriority)->SetShort(1);
+        DateTime span;
+        span.AddDays(32);  // the text tells one day of them
+        FindFieldByPropID(fields, kPropDuration)->SetFileTime(span.ToFileTime());
+    });
+    Edit(id, [&] {
+        Retype(EditOf(Editor()), L"Dinner");
+        SelectField(kFieldPriority);
+        EXPECT_EQ(RowText(kFieldSubject), L"Dinner");
+        ChooseItem(Editor(), 2);
+        ChooseItem(Editor(), 1);
+        SelectField(kFieldSubject);
+        Retype(EditOf(Editor()), L"Lunch");
+        SelectField(kFieldStart);
+        PickTime(Editor(), Time(2026, 1, 31, 0, 0));
+        PickTime(Editor(), Time(2025, 11, 2, 0, 0));
+        SelectField(kFieldDuration);
+        Retype(EditOf(Editor()), L"1 da");
+        Type(EditOf(Editor()), L"y");
+        SelectField(kFieldCompany);
+        Retype(Editor(), L"Talvern");
+        Retype(Editor(), L"");
+        journal_.DeleteRecord(id);  // a write would bring it back
+    });
+    EXPECT_EQ(journal_.GetRecordCount(), 0);
+}
+
 TEST_F(EntryFieldsTest, ANewEntryWithoutAChangeIsNotWritten) {
     EXPECT_EQ(Edit(0, [] {}), 0u);
     EXPECT_EQ(journal_.GetRecordCount(), 0);
@@ -339,6 +383,59 @@ TEST_F(EntryFieldsTest, AnEditorForAPickerStaysClosed) {
 }
 
 // ---- Keys ----
+
+TEST_F(EntryFieldsTest, WhatIsTypedWhileARowIsHighlightedGoesIntoItsEditor) {
+    const CEOID id = Edit(AddLunch(), kFieldCompany, [&] {
+        for (const wchar_t* text : {L"Talvern", L"O\u015bka"}) {
+            SetFocus(List());
+            for (const wchar_t* c = text; *c; ++c)
+                PostMessageW(c == text ? List() : GetFocus(), WM_CHAR, static_cast<WPARAM>(*c), 1), PumpOnce();
+            EXPECT_EQ(TextOf(Editor()), text);
+            EXPECT_EQ(GetFocus(), Editor());
+            EXPECT_EQ(SelectedRow(), 6);
+        }
+        Press(Editor(), VK_RETURN);
+        ASSERT_EQ(Editor(), nullptr);
+        Type(List(), L"X");  // an editor that was closed opens again
+        PumpOnce();
+        EXPECT_EQ(TextOf(Editor()), L"X");
+        SelectField(kFieldPriority);
+        SetFocus(List());
+        Type(List(), L"h");
+        PumpOnce();
+        EXPECT_EQ(RowText(kFieldPriority), L"High");
+        SelectField(kFieldSubject);
+        SetFocus(List());
+        Type(List(), L"Su");  // two keys at once
+        PumpOnce();
+        EXPECT_EQ(TextOf(Editor()), L"Su");
+    });
+    EXPECT_EQ(StoredText(id, kPropCompany), L"X");
+    EXPECT_EQ(StoredText(id, kPropSubject), L"Su");
+}
+
+TEST_F(EntryFieldsTest, WhatIsTypedOnTheNotesRowGoesIntoTheNote) {
+    Edit(AddLunch(), [&] {
+        SelectField(kFieldBody);
+        SetFocus(List());
+        Type(List(), L"D");
+        PumpOnce();
+        EXPECT_TRUE(IsWindowVisible(Body()));
+        EXPECT_EQ(TextOf(Body()), L"D");
+    });
+}
+
+TEST_F(EntryFieldsTest, AKeyThatIsNoLetterTypesNothing) {
+    const CEOID id = AddLunch();
+    Edit(id, kFieldCompany, [&] {
+        SetFocus(List());
+        for (const wchar_t c : {L'\r', L'\x1b', L'\x03', L'\b'})
+            SendMessageW(List(), WM_CHAR, c, 1);
+        PumpOnce();
+        EXPECT_EQ(GetFocus(), List());
+        EXPECT_EQ(TextOf(Editor()), L"");
+    });
+}
 
 TEST_F(EntryFieldsTest, ReturnTakesTheValueAndGoesBackToTheList) {
     const CEOID id = Edit(AddLunch(), kFieldCompany, [&] {
