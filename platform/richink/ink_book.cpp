@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <vector>
 
+#include "platform/richink/rtf_words.h"
+
 namespace {
 
 constexpr std::wstring_view kFace = L"Rich Ink ";
@@ -27,56 +29,6 @@ int LineThousandths() {
         return known ? static_cast<int>(metrics.tmHeight) : 1'000;
     }();
     return height;
-}
-
-bool IsLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-
-struct Word {
-    std::string_view name;
-    int number = 0;
-    bool hasNumber = false;
-    size_t end = 0;  // behind the blank that ends it
-};
-
-// The control word that begins at `at`; a control sign has no name.
-Word WordAt(std::string_view rtf, size_t at) {
-    Word word;
-    size_t end = at + 1;
-    while (end < rtf.size() && IsLetter(rtf[end]))
-        ++end;
-    word.name = rtf.substr(at + 1, end - at - 1);
-    if (word.name.empty()) {
-        word.end = std::min(rtf.size(), at + 2);
-        return word;
-    }
-    const size_t number = end;
-    if (end < rtf.size() && rtf[end] == '-') ++end;
-    while (end < rtf.size() && rtf[end] >= '0' && rtf[end] <= '9')
-        ++end;
-    word.hasNumber = end > number;
-    word.number = std::atoi(std::string(rtf.substr(number, end - number)).c_str());
-    word.end = end < rtf.size() && rtf[end] == ' ' ? end + 1 : end;
-    return word;
-}
-
-// The length of the group that opens at `at`.
-size_t GroupLength(std::string_view rtf, size_t at) {
-    int depth = 0;
-    for (size_t i = at; i < rtf.size(); ++i) {
-        if (rtf[i] == '\\')
-            ++i;
-        else if (rtf[i] == '{')
-            ++depth;
-        else if (rtf[i] == '}' && --depth == 0)
-            return i + 1 - at;
-    }
-    return rtf.size() - at;
-}
-
-bool OpensGroup(std::string_view rtf, size_t at, std::string_view name) {
-    return at + 1 < rtf.size() && rtf[at] == '{' && rtf[at + 1] == '\\' && WordAt(rtf, at + 1).name == name;
 }
 
 std::string FontEntry(int id) {
@@ -126,13 +78,13 @@ std::string InkBook::TakePictures(std::string_view rtf, bool foreign) {
     text.reserve(rtf.size());
     for (size_t at = 0; at < rtf.size();) {
         if (rtf[at] == '\\') {
-            const size_t end = WordAt(rtf, at).end;
+            const size_t end = RtfWordAt(rtf, at).end;
             text.append(rtf.substr(at, end - at));
             at = end;
             continue;
         }
-        if (OpensGroup(rtf, at, "pict")) {
-            const size_t length = GroupLength(rtf, at);
+        if (OpensRtfGroup(rtf, at, "pict")) {
+            const size_t length = RtfGroupLength(rtf, at);
             InkPicture picture = ReadPictureGroup(rtf.substr(at, length));
             at += length;
             if (!foreign && !picture.IsInk()) continue;
@@ -142,8 +94,8 @@ std::string InkBook::TakePictures(std::string_view rtf, bool foreign) {
                 "{\\uc1\\f" + std::to_string(kFirstFont + id) + "\\fs" + std::to_string(HalfPoints(id)) + "\\u8203?}";
             continue;
         }
-        if (OpensGroup(rtf, at, "object") || OpensGroup(rtf, at, "nonshppict")) {
-            at += GroupLength(rtf, at);
+        if (OpensRtfGroup(rtf, at, "object") || OpensRtfGroup(rtf, at, "nonshppict")) {
+            at += RtfGroupLength(rtf, at);
             continue;
         }
         text += rtf[at++];
@@ -153,7 +105,7 @@ std::string InkBook::TakePictures(std::string_view rtf, bool foreign) {
     if (const size_t table = text.find(kTable); table != std::string::npos) {
         text.insert(table + kTable.size(), fonts);
     } else {
-        text.insert(WordAt(text, 1).end, "{\\fonttbl{\\f0\\fnil Tahoma;}" + fonts + "}");
+        text.insert(RtfWordAt(text, 1).end, "{\\fonttbl{\\f0\\fnil Tahoma;}" + fonts + "}");
     }
     return text;
 }
@@ -164,12 +116,12 @@ std::string InkBook::PutPictures(std::string_view rtf, std::vector<bool>* isPict
     std::string whole;
     int font = 0;
     for (size_t at = 0; at < rtf.size();) {
-        if (OpensGroup(rtf, at, "fonttbl")) {
-            const size_t end = at + GroupLength(rtf, at);
+        if (OpensRtfGroup(rtf, at, "fonttbl")) {
+            const size_t end = at + RtfGroupLength(rtf, at);
             int number = 0;
             while (at < end) {
                 if (rtf[at] == '\\') {
-                    const Word word = WordAt(rtf, at);
+                    const RtfWord word = RtfWordAt(rtf, at);
                     if (word.name == "f") number = word.number;
                     whole.append(rtf.substr(at, word.end - at));
                     at = word.end;
@@ -185,7 +137,7 @@ std::string InkBook::PutPictures(std::string_view rtf, std::vector<bool>* isPict
             continue;
         }
         if (rtf[at] == '\\') {
-            const Word word = WordAt(rtf, at);
+            const RtfWord word = RtfWordAt(rtf, at);
             if (word.name == "f" && word.hasNumber) font = word.number;
             if (word.name == "plain") font = 0;
             const auto found = fonts.find(font);
@@ -194,11 +146,7 @@ std::string InkBook::PutPictures(std::string_view rtf, std::vector<bool>* isPict
             if (mayBe) isPicture->push_back(picture != nullptr);
             if (mayBe && picture) {
                 whole += PictureGroup(*picture);
-                at = word.end;
-                if (rtf.substr(at).starts_with("\\'"))
-                    at = std::min(rtf.size(), at + 4);
-                else if (at < rtf.size() && rtf[at] == '?')
-                    ++at;
+                at = EndOfRtfFallback(rtf, word.end);
                 continue;
             }
             whole.append(rtf.substr(at, word.end - at));

@@ -11,6 +11,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/richink/ink_book.h"
@@ -42,6 +43,7 @@ private:
     bool LoadLater(UINT format, std::string& bytes);
     void Realise();
     static bool NeedsContents(UINT message);
+    DWORD SaveRich(UINT scope, std::wstring_view text, std::string* rich, std::vector<bool>* isPicture) const;
     DWORD Contents(std::string* rich, std::wstring* text) const;
     void Clear();
     void SetDefaultFont();

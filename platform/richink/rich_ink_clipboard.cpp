@@ -32,14 +32,12 @@ bool RichInkControl::OnCopy(bool cut) {
     CHARRANGE selection{};
     Base(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
     if (selection.cpMin == selection.cpMax) return true;
+    const std::wstring raw = RawText(selection);
     std::string rich;
-    if (SaveFrom(*BaseProcedure(), window_, SF_RTF | SFF_SELECTION, &rich)) return true;
-    while (rich.ends_with('\0'))
-        rich.pop_back();
     std::vector<bool> isPicture;
-    rich = book_.PutPictures(rich, &isPicture);
+    if (SaveRich(SFF_SELECTION, raw, &rich, &isPicture)) return true;
     std::wstring text;
-    for (const wchar_t c : WithoutPictures(RawText(selection), selection.cpMin, isPicture)) {
+    for (const wchar_t c : WithoutPictures(raw, selection.cpMin, isPicture)) {
         text += c;
         if (c == L'\r') text += L'\n';
     }

@@ -6,6 +6,7 @@
 #include "platform/richink/ink_stream.h"
 #include "platform/richink/rich_ink.h"
 #include "platform/richink/rtf_guard.h"
+#include "platform/richink/unicode_rtf.h"
 
 namespace {
 
@@ -23,6 +24,13 @@ std::string SoundText(const std::string& bytes) {
         if (bytes[i] || bytes[i + 1]) sound.append(bytes, i, 2);
     }
     return sound;
+}
+
+// The stream as the rich edit can take it, with the letters that a writer of before has lost.
+std::string SoundNote(const std::string& bytes) {
+    std::wstring text;
+    GetNoteText(bytes, &text);
+    return MendedRtf(SoundRtf(bytes), text);
 }
 
 std::wstring AsText(const std::string& bytes) {
@@ -74,7 +82,7 @@ void RichInkControl::Clear() {
 
 DWORD RichInkControl::Load(UINT format, std::string bytes) {
     const bool empty = bytes.empty();
-    bytes = format == kRichText ? SoundRtf(bytes) : SoundText(bytes);
+    bytes = format == kRichText ? SoundNote(bytes) : SoundText(bytes);
     Clear();
     if (bytes.empty()) return empty || format != kRichText ? 0 : ERROR_INVALID_DATA;
     if (format == kRichText) bytes = book_.TakePictures(bytes, true);
@@ -145,16 +153,25 @@ LRESULT RichInkControl::OnStreamIn(UINT format, EDITSTREAM* stream) {
     return stream->dwError;
 }
 
-// The rich text with its pictures, and the text with CR LF line ends and without them.
-DWORD RichInkControl::Contents(std::string* rich, std::wstring* text) const {
-    if (const DWORD error = SaveFrom(*BaseProcedure(), window_, kRichText, rich)) return error;
+// The rich text, with its pictures, of all (scope 0) or of the selection (SFF_SELECTION), whose text is `text`,
+// pictures included.
+DWORD RichInkControl::SaveRich(UINT scope, std::wstring_view text, std::string* rich,
+                               std::vector<bool>* isPicture) const {
+    if (const DWORD error = SaveFrom(*BaseProcedure(), window_, kUtf8RichText | scope, rich)) return error;
     while (rich->ends_with('\0'))  // some rich edits end rich text with one
         rich->pop_back();
-    std::vector<bool> isPicture;
-    if (!book_.IsEmpty()) *rich = book_.PutPictures(*rich, &isPicture);
+    *rich = AsciiRtf(std::move(*rich), text);
+    if (!book_.IsEmpty()) *rich = book_.PutPictures(*rich, isPicture);
+    return 0;
+}
+
+// The rich text with its pictures, and the text with CR LF line ends and without them.
+DWORD RichInkControl::Contents(std::string* rich, std::wstring* text) const {
     std::string bytes;
     if (const DWORD error = SaveFrom(*BaseProcedure(), window_, kUnicodeText, &bytes)) return error;
     *text = AsText(bytes);
+    std::vector<bool> isPicture;
+    if (const DWORD error = SaveRich(0, *text, rich, &isPicture)) return error;
     if (!book_.IsEmpty()) *text = WithoutPictures(*text, 0, isPicture);
     return 0;
 }
