@@ -13,9 +13,10 @@ enum ControlType : int {
     kControlText = 1,      // single-line edit
     kControlLauncher = 2,  // opens something: a picker, a page, another editor
     kControlDate = 3,      // date picker; the value is shown as a date alone
-    kControlDateTime = 4,  // date and time picker
+    kControlTime = 4,      // date and time pickers; exported as a time of day alone
     kControlSpan = 5,      // a length of time as text
     kControlList = 6,      // drop-down list
+    kControlDateTime = 7,  // date and time pickers; the value's own text is date and time, in the form and exported
     kControlPassword = 8,  // options screen only
 };
 

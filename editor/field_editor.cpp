@@ -29,6 +29,7 @@ std::unique_ptr<FieldEditor> MakeFieldEditor(DbJItem& field, const FieldEditorSi
         case kControlText: return std::make_unique<TextFieldEditor>(field, site);
         case kControlLauncher: return std::make_unique<LauncherFieldEditor>(field, site);
         case kControlDate:
+        case kControlTime:
         case kControlDateTime: return std::make_unique<DateFieldEditor>(field, site);
         case kControlSpan: return std::make_unique<SpanFieldEditor>(field, site);
         case kControlList: return MakeListEditor(field, site);

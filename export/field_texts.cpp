@@ -15,9 +15,12 @@ std::wstring_view FieldTexts::TextOf(const DbJItem& field) {
     const DateTime time(field.GetFileTime());
     switch (field.GetPropID()) {
         case kPropStart:
-            if (field.GetCtrlType() == kControlDateTime) return TimeOfDay(time);
-            if (field.GetCtrlType() != kControlDate) return field.GetStrValue();
-            time.ShortDate(text_);
+            switch (field.GetCtrlType()) {
+                case kControlDate: return DateOf(time);
+                case kControlTime: return TimeOfDay(time);
+                case kControlDateTime: JoinDateAndTime(time); break;
+                default: return field.GetStrValue();
+            }
             break;
         case kPropCategories: JoinCategoryNames(*field.GetBlob()); break;
         case kPropContacts:
@@ -35,6 +38,20 @@ std::wstring_view FieldTexts::TextOf(const DbJItem& field) {
         default: text_ = FieldText(field);
     }
     return text_;
+}
+
+const std::wstring& FieldTexts::DateOf(const DateTime& time) {
+    std::wstring& text = dates_[time.Ticks() / DateTime::kTicksPerDay];
+    if (text.empty()) time.ShortDate(text);
+    return text;
+}
+
+void FieldTexts::JoinDateAndTime(const DateTime& time) {
+    const std::wstring& clock = TimeOfDay(time);
+    if (clock.empty()) return;
+    const std::wstring& date = DateOf(time);
+    text_.reserve(date.size() + 1 + clock.size());
+    text_.append(date).append(1, L' ').append(clock);
 }
 
 const std::wstring& FieldTexts::TimeOfDay(const DateTime& time) {

@@ -70,7 +70,7 @@ TEST_F(DbJournalTest, DefinitionsStandInTheOrderOfTheForm) {
     const Definition definitions[] = {
         {102, 0x0066001F, L"Subject", 6, true, L"No Subject"},
         {105, 0x00690002, L"Entry Type", 6, true, L""},
-        {101, 0x00650040, L"Start", 4, true, L""},
+        {101, 0x00650040, L"Start", 7, true, L""},
         {109, 0x006D0040, L"Duration", 6, true, L""},
         {107, 0x006B0002, L"Priority", 6, true, L""},
         {108, 0x006C0002, L"Sensitivity", 6, true, L""},

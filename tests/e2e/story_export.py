@@ -25,12 +25,12 @@ ROWS = """start\tsubject\tbody\tcategories\tcontacts\ttype\tpriority\tsensitivit
 """
 
 CSV = ('"Subject","Entry Type","Start","Duration","Priority","Sensitivity","Company","Contacts","Categories","Note"\r\n'
-       '"Two "herons", late","Phone call","2:30 PM","2 hrs 15 min","High","Private","Talvern","Ada; Ben",'
+       '"Two "herons", late","Phone call","5/7/2004 2:30 PM","2 hrs 15 min","High","Private","Talvern","Ada; Ben",'
        '"Garden, River","at the weir\r\nand caf\u00e9 ?"\r\n'
-       '"Empty","Note","9:05 AM","0 minutes","Normal","Normal","","","",""\r\n'
-       '"Last","Meeting","12:00 AM","1 hour","Low","Confidential","","","","one line"\r\n')
+       '"Empty","Note","5/8/2004 9:05 AM","0 minutes","Normal","Normal","","","",""\r\n'
+       '"Last","Meeting","5/9/2004 12:00 AM","1 hour","Low","Confidential","","","","one line"\r\n')
 
-TEXT_OF_LAST = ("Subject: Last\r\nEntry Type: Meeting\r\nStart: 12:00 AM\r\nDuration: 1 hour\r\nPriority: Low\r\n"
+TEXT_OF_LAST = ("Subject: Last\r\nEntry Type: Meeting\r\nStart: 5/9/2004 12:00 AM\r\nDuration: 1 hour\r\nPriority: Low\r\n"
                 "Sensitivity: Confidential\r\nCompany: \r\nContacts: \r\nCategories: \r\nNote:\r\none line\r\n")
 
 

@@ -85,6 +85,19 @@ TEST_F(FieldEditorTest, AFieldWithoutATimeStartsAtNow) {
     EXPECT_EQ(DateTime(field.GetFileTime()), DateTime());
 }
 
+TEST_F(FieldEditorTest, DateAndTimeArePickedForBothKindsThatHaveATime) {
+    for (const int control : {kControlTime, kControlDateTime}) {
+        DbJItem field = Field(kFieldStart, kPropStart, control);
+        field.SetFileTime(DateTime(Time(2025, 11, 2, 8, 30)).ToFileTime());
+        const auto editor = MakeFieldEditor(field, site_);
+        ASSERT_NE(editor, nullptr) << control;
+        ASSERT_NE(TimeControl(), nullptr) << control;
+        Pick(*editor, TimeControl(), Time(2000, 1, 1, 17, 45));
+        EXPECT_TRUE(editor->Commit());
+        EXPECT_EQ(DateTime(field.GetFileTime()), DateTime(Time(2025, 11, 2, 17, 45))) << control;
+    }
+}
+
 TEST_F(FieldEditorTest, UntouchedPickersKeepSeconds) {
     DbJItem field = Field(kFieldStart, kPropStart, kControlDateTime);
     SYSTEMTIME time = Time(2025, 11, 2, 8, 30);

@@ -141,7 +141,7 @@ protected:
     }
     static std::string TimeOf(const DateTime& time) {
         std::wstring text;
-        time.Time(text);
+        time.DateAndTime(text);
         return Ansi(text);
     }
 

@@ -146,16 +146,17 @@ TEST_F(ExportWriterTest, ACodeOutsideItsTableIsEmpty) {
     EXPECT_EQ(Csv({sample}), "\"\",\"\",\"\"\r\n");
 }
 
-TEST_F(ExportWriterTest, EveryEntryHasItsOwnTimeOfDay) {
+TEST_F(ExportWriterTest, EveryEntryHasItsOwnDateAndTime) {
     Choose(fields_, {kPropStart});
     std::vector<Sample> samples(3);
+    samples[0].start = DateTime(SYSTEMTIME{2001, 5, 0, 7, 9, 15, 30, 0});
     samples[1].start = DateTime(SYSTEMTIME{2002, 1, 0, 1, 0, 5, 59, 0});
     samples[2].start = samples[0].start;
     EXPECT_EQ(Csv(samples), "\"" + TimeOf(samples[0].start) + "\"\r\n\"" + TimeOf(samples[1].start) + "\"\r\n\"" +
                                 TimeOf(samples[0].start) + "\"\r\n");
 }
 
-TEST_F(ExportWriterTest, AStartWithAnotherControlIsItsDateOrItsText) {
+TEST_F(ExportWriterTest, AStartIsWhatItsControlEdits) {
     FieldTexts texts({}, {});
     DbJItem date(kFieldStart, kPropStart, L"Start", kControlDate, 0, kItemValue, L"");
     const DateTime start(SYSTEMTIME{2001, 5, 0, 7, 15, 30, 0, 0});
@@ -163,6 +164,16 @@ TEST_F(ExportWriterTest, AStartWithAnotherControlIsItsDateOrItsText) {
     std::wstring expected;
     start.ShortDate(expected);
     EXPECT_EQ(texts.TextOf(date), expected);
+    DbJItem time(kFieldStart, kPropStart, L"Start", kControlTime, 0, kItemValue, L"");
+    time.SetFileTime(start.ToFileTime());
+    start.Time(expected);
+    EXPECT_EQ(texts.TextOf(time), expected);
+    DbJItem both(kFieldStart, kPropStart, L"Start", kControlDateTime, 0, kItemValue, L"");
+    both.SetFileTime(start.ToFileTime());
+    start.DateAndTime(expected);
+    EXPECT_EQ(texts.TextOf(both), expected);
+    both.SetFileTime({0, 0x80000000});  // names no date
+    EXPECT_EQ(texts.TextOf(both), L"");
     DbJItem text(kFieldStart, kPropStart, L"Start", kControlText, 0, kItemValue, L"");
     text.SetFileTime(start.ToFileTime());
     text.SetStrValue(L"on Monday");
