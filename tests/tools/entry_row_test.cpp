@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <random>
 
 #include "tools/journal_tool/console.h"
 
@@ -88,7 +89,7 @@ TEST(EntryRowTest, EveryValueThatMakesNoSenseIsNamed) {
         {"start\tsensitivity", "2004-05-07\t3", L"there is no sensitivity \"3\""},
         {"start\tduration", "2004-05-07\t-5", L"the duration \"-5\" is no number of minutes"},
         {"start\tduration", "2004-05-07\t1.5", L"the duration \"1.5\" is no number of minutes"},
-        {"start\tduration", "2004-05-07\t52560001", L"the duration \"52560001\" is no number of minutes"},
+        {"start\tduration", "2004-05-07\t30744573457", L"the duration \"30744573457\" is no number of minutes"},
         {"start\tduration", "2004-05-07\t99999999999999999999",
          L"the duration \"99999999999999999999\" is no number of minutes"},
         {"start\tsubject", "2004-05-07\tone\ttwo", L"it has 3 values for 2 columns"},
@@ -101,8 +102,10 @@ TEST(EntryRowTest, EveryValueThatMakesNoSenseIsNamed) {
         EXPECT_EQ(Problem(c.header, c.row), c.problem);
     }
     EXPECT_EQ(Problem("start\tsubject", std::string_view("2004-05-07\ta\0b", 14)), L"it holds a NUL");
-    EXPECT_EQ(Problem("start\tcategories", "2004-05-07\t" + std::string(99, 'x')), L"");
-    EXPECT_NE(Problem("start\tcategories", "2004-05-07\t" + std::string(100, 'x')), L"");
+    for (const char* type : {"#", "#-", "#1-", "#x", "#32768", "#-32769", "#99999999999999999999"})
+        EXPECT_NE(Problem("start\ttype", std::string("2004-05-07\t") + type), L"") << type;
+    for (const char* start : {"#", "#-1", "#18446744073709551616", "# 5", "#5 0"})
+        EXPECT_NE(Problem("start", start), L"") << start;
 }
 
 TEST(EntryRowTest, ValuesLeftOutAtTheEndOrEmptyAreThoseOfANewEntry) {
@@ -150,6 +153,60 @@ TEST(EntryRowTest, NamesStandBetweenBars) {
     EXPECT_THAT(entry.categories, ElementsAre(L"One", L"Two"));
     ASSERT_EQ(entry.contacts.GetCount(), 1);
     EXPECT_STREQ(entry.contacts.First()->GetStrValue(), L"Lee, Ann");
+}
+
+TEST(EntryRowTest, ValuesWithoutAWordAreTheStoresNumbers) {
+    NewEntry entry;
+    ASSERT_EQ(Read("start\ttype\tpriority\tsensitivity\tduration",
+                   "#18446744073709551615\t#-32768\t#32767\t#3\t30744573456", &entry),
+              L"");
+    EXPECT_EQ(entry.start.dwLowDateTime & entry.start.dwHighDateTime, 0xFFFFFFFF);
+    EXPECT_EQ(entry.type, -32768);
+    EXPECT_EQ(entry.priority, 32767);
+    EXPECT_EQ(entry.sensitivity, 3);
+    EXPECT_EQ(entry.minutes, 30'744'573'456u);
+    const std::wstring row = MakeRow(entry);
+    EXPECT_TRUE(row.starts_with(L"#18446744073709551615\t30744573456\t#-32768\t#32767\tConfidential\t")) << row;
+    EXPECT_EQ(StartOf("30827-12-31 23:59").wYear, 30827);
+}
+
+// Whatever an entry holds, its row is read, and the entry read has the same row.
+TEST(EntryRowTest, EveryRowThatIsWrittenIsRead) {
+    std::mt19937 random(20040507);
+    const auto upTo = [&](unsigned most) { return static_cast<unsigned>(random() % (most + 1)); };
+    const auto text = [&] {
+        static constexpr wchar_t kOdd[] =
+            L"\x0001\t\n\r\v\\|#\" nt\x007F\x00A0\x0085\x2028\xFEFF\xFFFE\xFFFF\xD800\xDC00\x00E9\x4E2D";
+        std::wstring made;
+        for (unsigned left = upTo(12); left > 0; --left)
+            made += upTo(3) ? kOdd[upTo(static_cast<unsigned>(std::size(kOdd)) - 2)]
+                            : static_cast<wchar_t>(1 + upTo(0xFFFE));
+        return made;
+    };
+    const auto number = [&] { return static_cast<short>(upTo(1) ? upTo(25) : upTo(0xFFFF)); };
+    RowLayout layout;
+    ASSERT_EQ(layout.Parse(ToUtf8(ColumnNames().substr(0, ColumnNames().size() - 1))), L"");
+    for (int round = 0; round < 20'000; ++round) {
+        NewEntry entry;
+        entry.start = {static_cast<DWORD>(random()), static_cast<DWORD>(random() >> upTo(31))};
+        entry.minutes = (ULONGLONG{random()} << 32 | random()) / 600'000'000 >> upTo(40);
+        entry.subject = text();
+        entry.company = text();
+        entry.body = text();
+        for (unsigned left = upTo(3); left > 0; --left) {
+            entry.categories.push_back(text());
+            entry.contacts.Append(DbAItem(text().c_str(), text().c_str()));
+        }
+        entry.type = number();
+        entry.priority = number();
+        entry.sensitivity = number();
+        const std::string row = ToUtf8(MakeRow(entry));
+        ASSERT_EQ(row.find('\n'), row.size() - 1);
+        const std::string line = row.substr(0, row.size() - 1);
+        NewEntry again;
+        ASSERT_EQ(layout.ReadRow(line, &again), L"") << "round " << round << ": " << line;
+        ASSERT_EQ(ToUtf8(MakeRow(again)), row) << "round " << round;
+    }
 }
 
 TEST(EntryRowTest, WrittenRowStaysOneRowWithItsColumns) {

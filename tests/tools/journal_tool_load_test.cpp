@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <functional>
 #include <random>
 #include <set>
 
@@ -17,7 +19,7 @@ TEST_F(JournalToolLoadTest, ReadsEveryColumnInAnyOrder) {
         "one\\ntwo\\\\ {braces}\tTalvern\t2004-05-07 14:30\tLee, Ann | M\xC3\xBCller\t90\tHoliday|Boats\tprivate\t"
         "Caf\xC3\xA9 \xF0\x9F\x98\x80\thigh\tphone call\n");
     EXPECT_EQ(run.exitCode, 0) << run.complaints;
-    EXPECT_EQ(run.output, "1 entries added, 0 rows left out\n");
+    EXPECT_EQ(run.output, "1 entry added, 0 rows left out\n");
     EXPECT_THAT(Listed(),
                 ElementsAre("2004-05-07 14:30\t90\tPhone call\tHigh\tPrivate\tCaf\xC3\xA9 \xF0\x9F\x98\x80\tTalvern\t"
                             "Lee, Ann|M\xC3\xBCller\tHoliday|Boats\tone\\ntwo\\\\ {braces}"));
@@ -57,7 +59,7 @@ TEST_F(JournalToolLoadTest, TakesEveryKindOfLineEndAndByteOrderMark) {
         SCOPED_TRACE(form);
         const ToolRun run = Load(form);
         EXPECT_EQ(run.exitCode, 0) << run.complaints;
-        EXPECT_EQ(run.output, "1 entries added, 0 rows left out\n");
+        EXPECT_EQ(run.output, "1 entry added, 0 rows left out\n");
     }
     for (const std::string& line : Listed())
         EXPECT_THAT(line, HasSubstr("\tone\t"));
@@ -109,6 +111,81 @@ TEST_F(JournalToolLoadTest, FileThatIsNotThereOrNoFileIsTold) {
     const ToolRun folder = RunTool({L"load", files_.Path().wstring()});
     EXPECT_EQ(folder.exitCode, 1);
     EXPECT_THAT(folder.complaints, HasSubstr("cannot be read"));
+}
+
+TEST_F(JournalToolLoadTest, AHyphenIsTheStandardInput) {
+    const ToolRun run = RunTool({L"load", L"-"}, "start\tsubject\n2004-05-07\tone\r\n2004-05-08\ttwo\n2004\tthree\n");
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.output, "2 entries added, 1 row left out\n");
+    EXPECT_THAT(run.complaints, HasSubstr("the standard input, row 4 is left out"));
+    EXPECT_EQ(CountEntries(), 2);
+    EXPECT_THAT(RunTool({L"load", L"-"}).complaints, HasSubstr("the standard input cannot be loaded: it is empty"));
+}
+
+// What other programs may have left in a store, and what is at the ends of what can be stored.
+TEST_F(JournalToolLoadTest, WhatListPrintsOfOddEntriesIsLoadedAndListedTheSame) {
+    {
+        DbJournal journal;
+        DbCats categories;
+        ASSERT_TRUE(journal.Open(nullptr));
+        ASSERT_TRUE(categories.Open(nullptr));
+        const auto add = [&](CEPROPID id, const std::function<void(CEPROPVAL&)>& set) {
+            CEPROPVAL value{};
+            value.propid = id;
+            set(value);
+            EXPECT_NE(journal.WriteRecordProps(0, 1, &value), 0u);
+        };
+        const auto blob = [](std::string& bytes) {
+            return [&bytes](CEPROPVAL& value) {
+                value.val.blob = {static_cast<DWORD>(bytes.size()), reinterpret_cast<BYTE*>(bytes.data())};
+            };
+        };
+        for (const ULONGLONG ticks : {0ull, 599'999'999ull, 1ull << 62, (1ull << 63) - 1, 1ull << 63, ~0ull}) {
+            const FILETIME time = {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+            add(kPropStart, [&](CEPROPVAL& value) { value.val.filetime = time; });
+            add(kPropDuration, [&](CEPROPVAL& value) { value.val.filetime = time; });
+        }
+        for (const CEPROPID id : {kPropEntryType, kPropPriority, kPropSensitivity})
+            for (const short number : {-32768, -1, 0, 2, 18, 19, 32767})
+                add(id, [&](CEPROPVAL& value) { value.val.iVal = number; });
+        for (const wchar_t* text :
+             {L"", L"  ", L" a ", L"a\tb\r\nc", L"\\n\\", L"\xFEFF", L"\xD800x", L"x\xDC00", L"#5"}) {
+            add(kPropSubject, [&](CEPROPVAL& value) { value.val.lpwstr = const_cast<wchar_t*>(text); });
+            add(kPropCompany, [&](CEPROPVAL& value) { value.val.lpwstr = const_cast<wchar_t*>(text); });
+        }
+        for (std::string note :
+             {"{\\rtf1 a\\u0?b\\u1?c}", "{\\rtf1 \\u-10240?}", "{\\rtf1 a\\line b\\page c}", "no note",
+              "{\\rtf1 \\'0d\\'0a\\'09\\'7f}", "{\\rtf1 a\\par\\par\\par}", "{\\rtf1", "\\"})
+            add(kPropBody, blob(note));
+        std::vector<CEOID> ids;
+        for (const std::wstring& name : {std::wstring(150, L'x'), std::wstring(L" a|b "), std::wstring(L"|")}) {
+            CEPROPVAL values[2] = {};
+            values[0].propid = kPropCategoryName;
+            values[0].val.lpwstr = const_cast<wchar_t*>(name.c_str());
+            values[1].propid = kPropCategoryVisible;
+            values[1].val.iVal = 1;
+            ids.push_back(categories.WriteRecordProps(0, 2, values));
+        }
+        ids.insert(ids.end(), {ids[0], 0xFFFFFF});
+        std::string held(reinterpret_cast<const char*>(ids.data()), ids.size() * sizeof(CEOID));
+        add(kPropCategories, blob(held));
+        held.resize(held.size() - 3);
+        add(kPropCategories, blob(held));
+        const std::wstring people = std::wstring(L" Ann|Lee \0Talvern\0\0Acme\0Ben\0\0|\0\0cut", 35);
+        std::string contacts(reinterpret_cast<const char*>(people.data()), people.size() * sizeof(wchar_t));
+        add(kPropContacts, blob(contacts));
+    }
+    const ToolRun listed = RunTool({L"list"});
+    EXPECT_EQ(listed.exitCode, 0) << listed.complaints;
+    const std::wstring other = files_.File(L"other.db");
+    const ToolRun load = RunTool({L"--store", other, L"load", L"-"}, listed.output);
+    EXPECT_EQ(load.exitCode, 0) << load.complaints;
+    std::vector<std::string> before = listed.Lines();
+    std::vector<std::string> after = RunTool({L"--store", other, L"list"}).Lines();
+    EXPECT_EQ(before.size(), 1u + 12 + 21 + 18 + 8 + 3);
+    std::sort(before.begin(), before.end());  // equal starts have no order among themselves
+    std::sort(after.begin(), after.end());
+    EXPECT_EQ(after, before);
 }
 
 TEST_F(JournalToolLoadTest, RowOfNamesAloneAddsNothingAndIsFine) {
@@ -182,7 +259,7 @@ TEST_F(JournalToolLoadTest, RowThatIsTooLongIsLeftOutAndTheNextLoaded) {
     content += "\n2004-05-09\tsmall\tx\n";
     const ToolRun run = Load(content);
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(run.output, "1 entries added, 2 rows left out\n");
+    EXPECT_EQ(run.output, "1 entry added, 2 rows left out\n");
     EXPECT_THAT(run.complaints, HasSubstr("row 2 is left out: it is too long"));
     EXPECT_THAT(run.complaints, HasSubstr("row 3 is left out: the body has more than 4000000 characters"));
 }
@@ -191,7 +268,7 @@ TEST_F(JournalToolLoadTest, LargestBodyIsStored) {
     std::string content = "start\tbody\n2004-05-07\t";
     for (int i = 0; i < 4'000'000; ++i)
         content += "\xE4\xB8\xAD";
-    EXPECT_EQ(Load(content).output, "1 entries added, 0 rows left out\n");
+    EXPECT_EQ(Load(content).output, "1 entry added, 0 rows left out\n");
 }
 
 TEST_F(JournalToolLoadTest, GarbageIsRefusedWithoutHarm) {

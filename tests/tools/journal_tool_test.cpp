@@ -21,6 +21,44 @@ TEST_F(JournalToolTest, HelpNamesEveryCommandAndEndsWithZero) {
     }
 }
 
+TEST_F(JournalToolTest, HelpBehindACommandTellsOfThatOneAndDoesNothing) {
+    struct Case {
+        std::vector<std::wstring> arguments;
+        const char* usage;
+        const char* about;
+    };
+    const Case cases[] = {
+        {{L"seed", L"--help"}, "seed N\n", "made-up entries"},
+        {{L"load", L"-h"}, "load FILE\n", "names the columns"},
+        {{L"list", L"--help"}, "list [N]\n", "the first N entries"},
+        {{L"import", L"people.vcf", L"--help"}, "import FILE...\n", "vCard"},
+        {{L"contacts", L"--help"}, "contacts\n", "people"},
+        {{L"appointments", L"--help"}, "appointments\n", "appointments"},
+        {{L"tasks", L"--help"}, "tasks\n", "tasks"},
+        {{L"link", L"--help"}, "link contact|appointment|task NUMBER\n", "begin an entry"},
+        {{L"export", L"--csv", L"--help"}, "export --csv|--text FILE", "code\npage"},
+        {{L"backup", L"--help"}, "backup FILE\n", "whole store"},
+        {{L"restore", L"--help"}, "restore FILE\n", "copy of that backup"},
+        {{L"check", L"--help"}, "check\n", "is sound"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.usage);
+        const ToolRun run = RunTool(c.arguments);
+        EXPECT_EQ(run.exitCode, 0);
+        EXPECT_THAT(run.output, StartsWith(std::string("usage: journal-tool [--store FILE] ") + c.usage));
+        EXPECT_THAT(run.output, HasSubstr(c.about));
+        EXPECT_THAT(run.complaints, IsEmpty());
+    }
+    EXPECT_FALSE(std::filesystem::exists(store_.File()));
+    EXPECT_FALSE(std::filesystem::exists(L"--help"));
+}
+
+TEST_F(JournalToolTest, VersionIsTheJournals) {
+    const ToolRun run = RunTool({L"--version"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.output, "Quillon Journal 3.1\n");
+}
+
 TEST_F(JournalToolTest, WrongCommandLinesAreToldAndEndWithTwo) {
     struct Case {
         std::vector<std::wstring> arguments;
@@ -119,6 +157,7 @@ TEST_F(JournalToolTest, ListPrintsNamesOfColumnsThenEntriesInTheJournalsOrder) {
 }
 
 TEST_F(JournalToolTest, ListOfAnEmptyJournalPrintsOnlyTheNames) {
+    EXPECT_EQ(CountEntries(), 0);
     const ToolRun run = RunTool({L"list"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.Lines().size(), 1u);
@@ -151,8 +190,8 @@ TEST_F(JournalToolTest, CheckMendsCountsOfUsesOnceAndSaysWhich) {
     const ToolRun run = RunTool({L"check"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_THAT(run.Lines(),
-                testing::UnorderedElementsAre("mended: the category \"Chess\" counted 1 entries, 2 have it",
-                                              "mended: the category \"Business\" counted 1 entries, 0 have it",
+                testing::UnorderedElementsAre("mended: the category \"Chess\" counted 1 entry, 2 have it",
+                                              "mended: the category \"Business\" counted 1 entry, 0 have it",
                                               "the store is sound; the journal holds 2 entries"));
     EXPECT_EQ(UsesOf(L"Chess"), 2);
     EXPECT_EQ(UsesOf(L"Go"), 1);
@@ -204,12 +243,24 @@ TEST_F(JournalToolTest, FileThatIsNoStoreIsToldAndLeftAlone) {
 
 TEST_F(JournalToolTest, StoreThatIsNotThereIsOnlyMadeByWhatWrites) {
     const std::wstring nowhere = files_.File(L"nowhere.db");
-    for (const wchar_t* command : {L"check", L"list"}) {
-        const ToolRun run = RunTool({L"--store", nowhere, command});
+    const std::wstring file = files_.File(L"out");
+    const std::vector<std::wstring> commands[] = {{L"check"},        {L"list"},  {L"contacts"},
+                                                  {L"appointments"}, {L"tasks"}, {L"export", L"--csv", file},
+                                                  {L"backup", file}};
+    for (std::vector<std::wstring> command : commands) {
+        SCOPED_TRACE(testing::PrintToString(command));
+        ToolRun run = RunTool(command);  // the environment names one that is not there
         EXPECT_EQ(run.exitCode, 1);
         EXPECT_THAT(run.complaints, HasSubstr("there is no store"));
+        command.insert(command.begin(), {L"--store", nowhere});
+        run = RunTool(command);
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_THAT(run.complaints, HasSubstr("there is no store"));
+        EXPECT_THAT(run.complaints, HasSubstr("nowhere.db"));
     }
     EXPECT_FALSE(std::filesystem::exists(nowhere));
+    EXPECT_FALSE(std::filesystem::exists(store_.File()));
+    EXPECT_FALSE(std::filesystem::exists(file));
 }
 
 TEST_F(JournalToolTest, JournalThatIsFullTakesNoMoreAndKeepsWhatItHas) {
@@ -219,7 +270,7 @@ TEST_F(JournalToolTest, JournalThatIsFullTakesNoMoreAndKeepsWhatItHas) {
     EXPECT_THAT(run.complaints, HasSubstr("112"));
     EXPECT_THAT(run.complaints, HasSubstr("row 3"));
     EXPECT_THAT(run.complaints, Not(HasSubstr("row 4")));
-    EXPECT_EQ(run.output, "1 entries added, 0 rows left out\n");
+    EXPECT_EQ(run.output, "1 entry added, 0 rows left out\n");
     EXPECT_EQ(CountEntries(), 65535);
 }
 

@@ -11,20 +11,24 @@ namespace {
 
 constexpr DWORD kLongestRun = 55'000;  // milliseconds
 
-// One end is ours to read, the other the tool's to write.
+// One end is ours, the other the tool's.
 struct Pipe {
-    Pipe() {
+    explicit Pipe(bool weWrite = false) {
         SECURITY_ATTRIBUTES inheritable{sizeof(inheritable), nullptr, TRUE};
         EXPECT_TRUE(CreatePipe(&read, &write, &inheritable, 0));
-        SetHandleInformation(read, HANDLE_FLAG_INHERIT, 0);
+        SetHandleInformation(weWrite ? write : read, HANDLE_FLAG_INHERIT, 0);
     }
     ~Pipe() {
-        CloseHandle(read);
+        CloseReadEnd();
         CloseWriteEnd();
     }
     Pipe(const Pipe&) = delete;
     Pipe& operator=(const Pipe&) = delete;
 
+    void CloseReadEnd() {
+        if (read) CloseHandle(read);
+        read = nullptr;
+    }
     void CloseWriteEnd() {
         if (write) CloseHandle(write);
         write = nullptr;
@@ -34,6 +38,12 @@ struct Pipe {
         DWORD count = 0;
         while (ReadFile(read, buffer, sizeof(buffer), &count, nullptr) && count)
             text->append(buffer, count);
+    }
+    void WriteAll(const std::string& text) {
+        DWORD count = 0;
+        for (size_t at = 0; at < text.size(); at += count)
+            if (!WriteFile(write, text.data() + at, static_cast<DWORD>(text.size() - at), &count, nullptr)) break;
+        CloseWriteEnd();
     }
 
     HANDLE read = nullptr;
@@ -56,16 +66,17 @@ std::vector<std::string> ToolRun::Lines() const {
     return lines;
 }
 
-ToolRun RunTool(const std::vector<std::wstring>& arguments) {
+ToolRun RunTool(const std::vector<std::wstring>& arguments, const std::string& input) {
     ToolRun run;
     std::wstring command = L"\"" + ToolPath() + L"\"";
     for (const std::wstring& argument : arguments)
         command += L" \"" + argument + L"\"";
 
-    Pipe output, complaints;
+    Pipe given(true), output, complaints;
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdInput = given.read;
     startup.hStdOutput = output.write;
     startup.hStdError = complaints.write;
     PROCESS_INFORMATION process{};
@@ -75,8 +86,10 @@ ToolRun RunTool(const std::vector<std::wstring>& arguments) {
         return run;
     }
     CloseHandle(process.hThread);
+    given.CloseReadEnd();
     output.CloseWriteEnd();
     complaints.CloseWriteEnd();
+    std::thread writeInput([&] { given.WriteAll(input); });
     std::thread readOutput([&] { output.ReadAll(&run.output); });
     std::thread readComplaints([&] { complaints.ReadAll(&run.complaints); });
     DWORD code = static_cast<DWORD>(-1);
@@ -86,6 +99,7 @@ ToolRun RunTool(const std::vector<std::wstring>& arguments) {
         ADD_FAILURE() << "the tool does not end";
         TerminateProcess(process.hProcess, code);
     }
+    writeInput.join();
     readOutput.join();
     readComplaints.join();
     CloseHandle(process.hProcess);

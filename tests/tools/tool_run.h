@@ -12,5 +12,6 @@ struct ToolRun {
     std::vector<std::string> Lines() const;  // of the output
 };
 
-// Runs the tool with these arguments. A tool that does not end by itself is ended, and fails the test.
-ToolRun RunTool(const std::vector<std::wstring>& arguments);
+// Runs the tool with these arguments and that on its standard input. A tool that does not end by itself is ended, and
+// fails the test.
+ToolRun RunTool(const std::vector<std::wstring>& arguments, const std::string& input = {});

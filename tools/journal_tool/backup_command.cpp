@@ -47,6 +47,7 @@ int CannotRestore(const std::wstring& file) {
 
 int BackupCommand(Arguments arguments) {
     if (!IsOneFile(arguments, L"backup")) return kExitUsage;
+    if (!StoreIsThere()) return kExitIncomplete;
     const std::wstring file = arguments[0];
     if (!CeBackupObjectStore(file.c_str())) return CannotBackUp(file);
     Print(L"backed up to " + file + L"\n");

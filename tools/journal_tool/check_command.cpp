@@ -29,8 +29,8 @@ bool Mend(ConsoleJournal& journal, ConsoleCategories& categories) {
         return false;
     }
     for (const WrongUseCount& count : wrong)
-        Print(L"mended: the category \"" + count.name + L"\" counted " + std::to_wstring(count.counted) +
-              L" entries, " + std::to_wstring(count.uses) + L" have it\n");
+        Print(L"mended: the category \"" + count.name + L"\" counted " + Entries(count.counted) + L", " +
+              std::to_wstring(count.uses) + (count.uses == 1 ? L" has it\n" : L" have it\n"));
     return true;
 }
 
@@ -48,6 +48,7 @@ int CheckCommand(Arguments arguments) {
         Complain(L"check takes nothing more");
         return kExitUsage;
     }
+    if (!StoreIsThere()) return kExitIncomplete;
     if (!CeCheckObjectStore(PrintProblem, nullptr)) {
         ComplainAboutStore(L"the store is not sound");
         return kExitIncomplete;
@@ -55,6 +56,6 @@ int CheckCommand(Arguments arguments) {
     ConsoleJournal journal;
     if (!OpenOrComplain(journal)) return kExitIncomplete;
     if (!CheckUseCounts(journal)) return kExitIncomplete;
-    Print(L"the store is sound; the journal holds " + std::to_wstring(journal.GetRecordCount()) + L" entries\n");
+    Print(L"the store is sound; the journal holds " + Entries(journal.GetRecordCount()) + L"\n");
     return kExitDone;
 }

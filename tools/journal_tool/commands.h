@@ -14,7 +14,7 @@ using Arguments = std::span<wchar_t* const>;
 
 // seed N: adds N made-up entries, always the same ones.
 int SeedCommand(Arguments arguments);
-// load FILE: adds the entries of a file of tab-separated values.
+// load FILE: adds the entries of a file of tab-separated values; - is the standard input.
 int LoadCommand(Arguments arguments);
 // list [N]: prints the first N entries, or all, in the journal's order.
 int ListCommand(Arguments arguments);

@@ -24,6 +24,10 @@ void Complain(std::wstring_view text) {
     std::fflush(stderr);
 }
 
+std::wstring Counted(long long count, const wchar_t* one, const wchar_t* many) {
+    return std::to_wstring(count) + L" " + (count == 1 ? one : many);
+}
+
 std::string ToUtf8(std::wstring_view text) {
     const int length = static_cast<int>(text.size());
     std::string bytes(

@@ -9,6 +9,12 @@ void PrepareConsole();
 
 // Writes text as it is; the caller ends its lines.
 void Print(std::wstring_view text);
+// "1 entry", "2 entries".
+std::wstring Counted(long long count, const wchar_t* one, const wchar_t* many);
+inline std::wstring Entries(long long count) {
+    return Counted(count, L"entry", L"entries");
+}
+
 // Writes one line, with the tool's name before it.
 void Complain(std::wstring_view text);
 

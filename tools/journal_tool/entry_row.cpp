@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <climits>
 #include <cstdio>
 #include <cwchar>
 
@@ -32,10 +33,8 @@ constexpr std::array kColumns = {
 
 // The rich text of a body is up to nine times as long, and must stay below what a property may hold.
 constexpr size_t kLongestBody = 4'000'000;
-// The pickers read that many characters of a category's name.
-constexpr size_t kLongestCategory = 99;
-// A hundred years.
-constexpr unsigned long long kLongestDuration = 52'560'000;
+// What an entry can hold: as many ticks as 64 bits count.
+constexpr ULONGLONG kLongestDuration = ULLONG_MAX / 600'000'000;
 
 bool SameWord(std::wstring_view one, std::wstring_view other) {
     return CompareStringOrdinal(one.data(), static_cast<int>(one.size()), other.data(), static_cast<int>(other.size()),
@@ -75,6 +74,25 @@ std::vector<std::wstring> Names(std::wstring_view text) {
     return names;
 }
 
+// #12: a value as the store has it, for which there is no other text.
+template <typename Number>
+bool ReadRaw(std::wstring_view text, Number* number) {
+    if (text.size() < 2 || text.size() > 21 || text[0] != L'#') return false;
+    errno = 0;
+    wchar_t* end = nullptr;
+    const std::wstring digits(text.substr(1));
+    if (digits.find_first_not_of(L"-0123456789") != std::wstring::npos) return false;
+    if constexpr (std::is_signed_v<Number>) {
+        const long long value = std::wcstoll(digits.c_str(), &end, 10);
+        *number = static_cast<Number>(value);
+        if (*number != value) return false;
+    } else {
+        if (digits[0] == L'-') return false;
+        *number = std::wcstoull(digits.c_str(), &end, 10);
+    }
+    return errno == 0 && *end == L'\0';
+}
+
 // Takes `digits` digits and then, unless that is NUL, the separator.
 bool TakeNumber(std::wstring_view& text, size_t digits, wchar_t separator, WORD* number) {
     if (text.size() < digits + (separator ? 1 : 0)) return false;
@@ -89,10 +107,15 @@ bool TakeNumber(std::wstring_view& text, size_t digits, wchar_t separator, WORD*
     return true;
 }
 
-// 2004-05-07, 2004-05-07 14:30, 2004-05-07 14:30:05; a T may stand for the blank.
+// 2004-05-07, 2004-05-07 14:30, 2004-05-07 14:30:05; a T may stand for the blank. A year may have five digits.
 bool ReadStart(std::wstring_view text, FILETIME* start) {
+    if (ULONGLONG ticks = 0; ReadRaw(text, &ticks)) {
+        *start = {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+        return true;
+    }
     SYSTEMTIME time{};
-    if (!TakeNumber(text, 4, L'-', &time.wYear) || !TakeNumber(text, 2, L'-', &time.wMonth) ||
+    const size_t yearDigits = text.size() > 4 && text[4] != L'-' ? 5 : 4;
+    if (!TakeNumber(text, yearDigits, L'-', &time.wYear) || !TakeNumber(text, 2, L'-', &time.wMonth) ||
         !TakeNumber(text, 2, 0, &time.wDay))
         return false;
     if (!text.empty()) {
@@ -109,7 +132,8 @@ bool ReadStart(std::wstring_view text, FILETIME* start) {
 }
 
 bool ReadMinutes(std::wstring_view text, ULONGLONG* minutes) {
-    if (text.size() > 10) return false;
+    constexpr size_t kMostDigits = 11;
+    if (text.size() > kMostDigits) return false;
     ULONGLONG value = 0;
     for (const wchar_t digit : text) {
         if (digit < L'0' || digit > L'9') return false;
@@ -121,7 +145,7 @@ bool ReadMinutes(std::wstring_view text, ULONGLONG* minutes) {
 
 // The row of that word in a table; an empty one leaves the value as it is.
 bool ReadWord(std::wstring_view text, ValueTable table, short* value) {
-    if (text.empty()) return true;
+    if (text.empty() || ReadRaw(text, value)) return true;
     for (size_t row = 0; row < table.size(); ++row) {
         if (!SameWord(text, table[row])) continue;
         *value = static_cast<short>(row);
@@ -141,6 +165,24 @@ std::wstring Unescape(std::wstring_view text) {
     return plain;
 }
 
+// The word for a value, or its number when the table has none.
+std::wstring WordFor(ValueTable table, short value) {
+    const std::wstring word = ValueText(table, value);
+    return word.empty() ? L"#" + std::to_wstring(value) : word;
+}
+
+std::wstring StartText(const FILETIME& start) {
+    SYSTEMTIME time{};
+    if (!FileTimeToSystemTime(&start, &time)) {
+        return L"#" + std::to_wstring(ULONGLONG{start.dwHighDateTime} << 32 | start.dwLowDateTime);
+    }
+    wchar_t text[32];
+    wsprintfW(text, time.wSecond ? L"%04u-%02u-%02u %02u:%02u:%02u" : L"%04u-%02u-%02u %02u:%02u", time.wYear,
+              time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond);
+    return text;
+}
+
+// Without the control characters that no note shows.
 std::wstring Escape(std::wstring_view text) {
     std::wstring escaped;
     for (const wchar_t character : text) {
@@ -148,8 +190,8 @@ std::wstring Escape(std::wstring_view text) {
             case L'\n': escaped += L"\\n"; break;
             case L'\t': escaped += L"\\t"; break;
             case L'\\': escaped += L"\\\\"; break;
-            case L'\r': break;
-            default: escaped += character;
+            default:
+                if (character >= L' ' && character != 0x7F) escaped += character;
         }
     }
     return escaped;
@@ -160,6 +202,13 @@ std::wstring OnOneLine(std::wstring_view text, std::wstring_view unwanted = L"\t
     std::replace_if(
         line.begin(), line.end(), [&](wchar_t c) { return unwanted.find(c) != std::wstring_view::npos; }, L' ');
     return line;
+}
+
+// Puts a name behind those between bars, as Names would read it: without blanks around it, and not when it is empty.
+void AppendName(std::wstring_view name, std::wstring* names) {
+    const std::wstring line = OnOneLine(name, L"\t\r\n|");
+    const std::wstring_view trimmed = Trim(line);
+    if (!trimmed.empty()) names->append(names->empty() ? L"" : L"|").append(trimmed);
 }
 
 // Answers what is wrong with the value, "" for nothing.
@@ -175,12 +224,7 @@ std::wstring ReadValue(Column column, std::wstring_view value, NewEntry* entry) 
             if (value.size() > kLongestBody) return L"the body has more than 4000000 characters";
             entry->body = Unescape(value);
             break;
-        case Column::kCategories:
-            entry->categories = Names(value);
-            for (const std::wstring& name : entry->categories)
-                if (name.size() > kLongestCategory)
-                    return L"the category " + Quoted(name) + L" has more than 99 characters";
-            break;
+        case Column::kCategories: entry->categories = Names(value); break;
         case Column::kContacts:
             for (const std::wstring& name : Names(value))
                 entry->contacts.Append(DbAItem(name.c_str(), L""));
@@ -247,27 +291,21 @@ std::wstring RowLayout::ReadRow(std::string_view row, NewEntry* entry) const {
 }
 
 std::wstring MakeRow(const NewEntry& entry) {
-    SYSTEMTIME time{};
-    FileTimeToSystemTime(&entry.start, &time);
-    wchar_t start[32];
-    wsprintfW(start, time.wSecond ? L"%04u-%02u-%02u %02u:%02u:%02u" : L"%04u-%02u-%02u %02u:%02u", time.wYear,
-              time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond);
-
     std::wstring contacts, categories;
     for (const DbAItem& contact : entry.contacts)
-        contacts.append(contacts.empty() ? L"" : L"|").append(OnOneLine(contact.GetStrValue(), L"\t\r\n|"));
+        AppendName(contact.GetStrValue(), &contacts);
     for (const std::wstring& category : entry.categories)
-        categories.append(categories.empty() ? L"" : L"|").append(OnOneLine(category, L"\t\r\n|"));
+        AppendName(category, &categories);
 
     std::wstring row;
     for (const ColumnName& column : kColumns) {
         if (!row.empty()) row += L'\t';
         switch (column.column) {
-            case Column::kStart: row += start; break;
+            case Column::kStart: row += StartText(entry.start); break;
             case Column::kDuration: row += std::to_wstring(entry.minutes); break;
-            case Column::kType: row += ValueText(EntryTypes(), entry.type); break;
-            case Column::kPriority: row += ValueText(Priorities(), entry.priority); break;
-            case Column::kSensitivity: row += ValueText(Sensitivities(), entry.sensitivity); break;
+            case Column::kType: row += WordFor(EntryTypes(), entry.type); break;
+            case Column::kPriority: row += WordFor(Priorities(), entry.priority); break;
+            case Column::kSensitivity: row += WordFor(Sensitivities(), entry.sensitivity); break;
             case Column::kSubject: row += OnOneLine(entry.subject); break;
             case Column::kCompany: row += OnOneLine(entry.company); break;
             case Column::kContacts: row += contacts; break;

@@ -35,5 +35,7 @@ private:
     std::vector<Column> columns_;
 };
 
-// The row of an entry, with "\n" at its end. Tabs and line ends in other fields than the body become blanks.
+// The row of an entry, with "\n" at its end: one that a RowLayout of all columns reads, whatever the entry holds. Tabs
+// and line ends in other fields than the body become blanks. A start that names no date, and a value that is none of
+// the journal's words, is written as the number that the store has.
 std::wstring MakeRow(const NewEntry& entry);

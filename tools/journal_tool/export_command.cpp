@@ -91,7 +91,7 @@ int ExportCommand(Arguments arguments) {
     if (const std::wstring name = Choose(wanted.fields, fields); !name.empty()) {
         return Misused(L"there is no field " + name);
     }
-    if (!OpenOrComplain(journal)) return kExitIncomplete;
+    if (!StoreIsThere() || !OpenOrComplain(journal)) return kExitIncomplete;
 
     ExportFile file;
     file.Create(wanted.file.c_str(), GENERIC_WRITE, FILE_SHARE_WRITE, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL);
@@ -107,9 +107,9 @@ int ExportCommand(Arguments arguments) {
         Complain(wanted.file + L" could not be written whole");
         return kExitIncomplete;
     }
-    Print(std::to_wstring(written) + L" entries exported to " + wanted.file + L"\n");
-    const size_t missing = entries.size() - static_cast<size_t>(written);
+    Print(Entries(written) + L" exported to " + wanted.file + L"\n");
+    const auto missing = std::ssize(entries) - written;
     if (missing == 0) return kExitDone;
-    Complain(std::to_wstring(missing) + L" entries could not be read");
+    Complain(Entries(missing) + L" could not be read");
     return kExitIncomplete;
 }

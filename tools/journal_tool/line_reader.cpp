@@ -1,13 +1,22 @@
 #include "tools/journal_tool/line_reader.h"
 
+#include <fcntl.h>
+#include <io.h>
+
 #include <cstring>
+#include <cwchar>
 
 LineReader::~LineReader() {
-    if (file_) std::fclose(file_);
+    if (file_ && file_ != stdin) std::fclose(file_);
 }
 
 bool LineReader::Open(const wchar_t* path) {
-    file_ = _wfopen(path, L"rb");
+    if (std::wcscmp(path, L"-") == 0) {
+        _setmode(_fileno(stdin), _O_BINARY);
+        file_ = stdin;
+    } else {
+        file_ = _wfopen(path, L"rb");
+    }
     buffer_.resize(1 << 20);
     return file_ != nullptr;
 }

@@ -16,7 +16,7 @@ public:
     LineReader(const LineReader&) = delete;
     LineReader& operator=(const LineReader&) = delete;
 
-    // False when the file can't be opened for reading (errno says why).
+    // Opens a file, or for "-" the standard input. False when it can't be opened for reading (errno says why).
     bool Open(const wchar_t* path);
     // The next line; false at the end of the file, or when it can't be read further (Failed).
     bool Next(std::string* line);

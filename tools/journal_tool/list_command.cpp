@@ -1,5 +1,7 @@
 #include <win.h>
 
+#include <algorithm>
+
 #include "data/contact_blob.h"
 #include "data/field_ids.h"
 #include "tools/journal_tool/commands.h"
@@ -11,6 +13,10 @@
 namespace {
 
 constexpr ULONGLONG kTicksPerMinute = 600'000'000;
+
+bool Contains(const std::vector<std::wstring>& names, const wchar_t* name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
 
 NewEntry EntryOf(TSList<DbJItem>& fields, ConsoleCategories& categories) {
     NewEntry entry;
@@ -34,7 +40,8 @@ NewEntry EntryOf(TSList<DbJItem>& fields, ConsoleCategories& categories) {
                 TSList<DbCItem> items;
                 categories.ReadBlob(blob, &items);
                 for (const DbCItem& item : items)
-                    entry.categories.emplace_back(item.GetStrValue());
+                    if (!Contains(entry.categories, item.GetStrValue()))
+                        entry.categories.emplace_back(item.GetStrValue());
                 break;
             }
             case kFieldBody: entry.body = TextOfRtf({blob.lpb, blob.dwCount}); break;
@@ -52,6 +59,7 @@ int ListCommand(Arguments arguments) {
         Complain(L"list takes one number, from 1 to 65535");
         return kExitUsage;
     }
+    if (!StoreIsThere()) return kExitIncomplete;
     ConsoleJournal journal;
     ConsoleCategories categories;
     if (!OpenOrComplain(journal) || !OpenOrComplain(categories)) return kExitIncomplete;
@@ -66,6 +74,6 @@ int ListCommand(Arguments arguments) {
             ++unread;
     }
     if (!unread) return kExitDone;
-    Complain(std::to_wstring(unread) + L" entries could not be read");
+    Complain(Entries(unread) + L" could not be read");
     return kExitIncomplete;
 }

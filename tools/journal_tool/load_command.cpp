@@ -1,7 +1,7 @@
 #include <win.h>
 
 #include <cerrno>
-#include <cstring>
+#include <cwchar>
 #include <string>
 
 #include "tools/journal_tool/commands.h"
@@ -33,9 +33,10 @@ int LoadCommand(Arguments arguments) {
         Complain(L"load needs the name of one file");
         return kExitUsage;
     }
-    const std::wstring file = arguments[0];
     LineReader lines;
-    if (!lines.Open(file.c_str())) {
+    const bool opened = lines.Open(arguments[0]);
+    const std::wstring file = std::wcscmp(arguments[0], L"-") == 0 ? L"the standard input" : arguments[0];
+    if (!opened) {
         Complain(file + (errno == ENOENT ? L" is not there" : L" cannot be read"));
         return kExitIncomplete;
     }
@@ -67,6 +68,6 @@ int LoadCommand(Arguments arguments) {
     const bool whole = !lines.Failed();
     if (!whole) Complain(file + L" cannot be read beyond row " + std::to_wstring(number));
     stored = writer.Finish() && stored;
-    Print(std::to_wstring(writer.GetSaved()) + L" entries added, " + std::to_wstring(skipped) + L" rows left out\n");
+    Print(Entries(writer.GetSaved()) + L" added, " + Counted(skipped, L"row", L"rows") + L" left out\n");
     return stored && whole && !skipped ? kExitDone : kExitIncomplete;
 }

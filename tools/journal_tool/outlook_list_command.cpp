@@ -71,6 +71,7 @@ int List(Arguments arguments, const wchar_t* command, const Listing& listing) {
         Complain(std::wstring(command) + L" takes nothing more");
         return kExitUsage;
     }
+    if (!StoreIsThere()) return kExitIncomplete;
     const HANDLE made = PimOpenDatabase(listing.folder);
     CEOID oid = 0;
     const HANDLE database =

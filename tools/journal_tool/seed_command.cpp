@@ -18,6 +18,6 @@ int SeedCommand(Arguments arguments) {
     for (int number = 0; stored && number < count; ++number)
         stored = writer.Add(MakeLifelikeEntry(number));
     stored = writer.Finish() && stored;
-    Print(std::to_wstring(writer.GetSaved()) + L" entries added\n");
+    Print(Entries(writer.GetSaved()) + L" added\n");
     return stored ? kExitDone : kExitIncomplete;
 }

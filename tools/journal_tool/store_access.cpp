@@ -1,7 +1,15 @@
 #include "tools/journal_tool/store_access.h"
 
+#include <filesystem>
+
 #include "data/last_error.h"
 #include "tools/journal_tool/console.h"
+
+namespace {
+
+constexpr wchar_t kStoreVariable[] = L"CE_OBJECT_STORE";
+
+}  // namespace
 
 std::wstring ErrorText(DWORD error) {
     switch (error) {
@@ -22,6 +30,20 @@ std::wstring ErrorText(DWORD error) {
 void ComplainAboutStore(const wchar_t* what) {
     const KeepLastError error;
     Complain(std::wstring(what) + L" (" + ErrorText(error.Code()) + L")");
+}
+
+void UseStore(const std::wstring& file) {
+    std::error_code error;
+    SetEnvironmentVariableW(kStoreVariable, std::filesystem::absolute(file, error).c_str());
+}
+
+bool StoreIsThere() {
+    std::wstring store(GetEnvironmentVariableW(kStoreVariable, nullptr, 0), L'\0');
+    store.resize(GetEnvironmentVariableW(kStoreVariable, store.data(), static_cast<DWORD>(store.size())));
+    std::error_code error;
+    if (store.empty() || std::filesystem::exists(store, error)) return true;
+    Complain(L"there is no store " + store);
+    return false;
 }
 
 bool OpenOrComplain(ConsoleJournal& journal) {

@@ -25,6 +25,12 @@ public:
 using ConsoleJournal = OnConsole<DbJournal>;
 using ConsoleCategories = OnConsole<DbCats>;
 
+// Lets this program, from before its first use of a store on, work on that file.
+void UseStore(const std::wstring& file);
+// For commands that only read: false when a file is named, by the user or by CE_OBJECT_STORE, and is not there. That
+// was said, and none was made.
+bool StoreIsThere();
+
 // Opens, or complains and answers false.
 bool OpenOrComplain(ConsoleJournal& journal);
 bool OpenOrComplain(ConsoleCategories& categories);
