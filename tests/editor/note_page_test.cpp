@@ -7,6 +7,7 @@
 #include "editor/note_body.h"
 #include "res/ids.h"
 #include "tests/editor/editor_screen.h"
+#include "tests/support/letters.h"
 #include "text/date_time.h"
 
 namespace {
@@ -185,6 +186,22 @@ TEST_F(NotePageTest, AStampIsSaved) {
         Command(IDM_TIME_STAMP);
     });
     EXPECT_NE(StoredBody(id).find(L" - "), std::wstring::npos);
+}
+
+// As many as a note takes; the control's own tests have them all.
+TEST_F(NotePageTest, LettersSurviveFiveTimesOpeningChangingAndOk) {
+    const std::wstring letters = AllLetters(64, L"\r\n").substr(0, 30'000) + L"e\u0301 \U0001F600";
+    CEOID id = Edit(0, [&] {
+        GoToNote();
+        TypeBody(letters);
+    });
+    for (int time = 0; time < 5; ++time) {
+        id = Edit(id, [&] {
+            GoToNote();
+            TypeBody(L"x");
+        });
+    }
+    EXPECT_TRUE(StoredBody(id) == L"xxxxx" + letters);
 }
 
 // ---- Commands ----

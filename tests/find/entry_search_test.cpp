@@ -2,6 +2,7 @@
 #include "find/entry_search.h"
 
 #include "tests/find/find_fixture.h"
+#include "tests/support/letters.h"
 #include "tests/support/other_program.h"
 
 namespace {
@@ -48,6 +49,27 @@ protected:
     std::vector<std::string> read_;             // notes whose text had to be read
     std::wstring textOfOthers_ = L"read text";  // what that was
 };
+
+// ---- Letters ----
+
+TEST_F(EntrySearchTest, EveryLetterIsFoundInSubjectAndNote) {
+    const std::wstring letters = AllLetters(1, L"");
+    constexpr size_t kGroup = 3'000;
+    std::vector<std::wstring> groups;
+    Ids ids;
+    for (size_t from = 0; from < letters.size(); from += kGroup) {
+        groups.push_back(letters.substr(from, kGroup));
+        const std::wstring text = L"a" + groups.back() + L"b";
+        ids.push_back(Add(At(2001, 5, 7), text.c_str(), Note(text)));
+    }
+    for (size_t i = 0; i < groups.size(); ++i) {
+        for (const bool matchCase : {false, true}) {
+            EXPECT_THAT(FindSubject(groups[i].c_str(), matchCase), ElementsAre(ids[i]));
+            EXPECT_THAT(FindNote(groups[i].c_str(), matchCase), ElementsAre(ids[i]));
+        }
+    }
+    EXPECT_THAT(read_, IsEmpty());
+}
 
 // ---- By date ----
 

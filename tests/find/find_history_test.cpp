@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/support/letters.h"
 #include "tests/support/message_boxes.h"
 #include "tests/support/private_registry.h"
 #include "ui/registry_key.h"
@@ -57,6 +58,14 @@ TEST_F(FindHistoryTest, TheFirstTextAgainChangesNothing) {
     const Texts before = Store(3);
     WriteFindHistory(settings_, L"0", before);
     EXPECT_EQ(History(), before);
+}
+
+TEST_F(FindHistoryTest, NoLetterIsLost) {
+    const std::wstring letters = AllLetters(1, L"");
+    for (size_t from = 0; from < letters.size(); from += 100) {
+        WriteFindHistory(settings_, letters.substr(from, 100), {L"older"});
+        ASSERT_TRUE(History() == (Texts{letters.substr(from, 100), L"older"})) << from;
+    }
 }
 
 TEST_F(FindHistoryTest, TextsOfAnotherCaseAreOthers) {

@@ -5,6 +5,7 @@
 
 #include <map>
 
+#include "tests/support/letters.h"
 #include "tests/support/message_boxes.h"
 #include "tests/support/private_registry.h"
 #include "ui/application.h"
@@ -75,6 +76,16 @@ TEST_F(QuickSubjectsTest, ACountOfZeroIsNone) {
 TEST_F(QuickSubjectsTest, TheyComeInTheirOrderAndUnsorted) {
     Store({L"Zebra", L"apple", L"Mango", L"apple"});
     EXPECT_THAT(QuickSubjects(), ElementsAre(L"Zebra", L"apple", L"Mango", L"apple"));
+}
+
+TEST_F(QuickSubjectsTest, NoLetterIsLost) {
+    const std::wstring letters = AllLetters(1, L"");
+    std::vector<std::wstring> subjects;
+    for (size_t from = 0; from < letters.size(); from += 98) {
+        subjects.push_back(letters.substr(from, 98));
+        ASSERT_TRUE(AddQuickSubject(subjects.back()));
+    }
+    EXPECT_TRUE(QuickSubjects() == subjects);
 }
 
 TEST_F(QuickSubjectsTest, ATextThatIsMissingCountsAsEmpty) {
