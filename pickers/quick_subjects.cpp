@@ -28,14 +28,26 @@ int Count(const std::wstring& options) {
     return count;
 }
 
-std::wstring Read(const std::wstring& options, int place) {
+// A character of two units is not cut in half.
+std::wstring Cut(std::wstring text) {
+    if (text.size() <= kMaxQuickSubject) return text;
+    text.resize(IS_HIGH_SURROGATE(text[kMaxQuickSubject - 1]) ? kMaxQuickSubject - 1 : kMaxQuickSubject);
+    return text;
+}
+
+// The whole text, which another program may have stored longer than the list shows it.
+std::wstring ReadWhole(const std::wstring& options, int place) {
     std::wstring text;
     Settings().ReadString(options, NameOf(place), L"", text);
-    return text.substr(0, kMaxQuickSubject);
+    return text;
+}
+
+std::wstring Read(const std::wstring& options, int place) {
+    return Cut(ReadWhole(options, place));
 }
 
 bool Write(const std::wstring& options, int place, const std::wstring& text) {
-    return Settings().WriteString(options, NameOf(place), text.substr(0, kMaxQuickSubject));
+    return Settings().WriteString(options, NameOf(place), text);
 }
 
 }  // namespace
@@ -52,12 +64,12 @@ std::vector<std::wstring> QuickSubjects() {
 bool AddQuickSubject(const std::wstring& text) {
     const std::wstring options = LoadText(IDS_OPTIONS);
     const int count = Count(options);
-    return count < kMaxCount && Write(options, count, text) && Settings().WriteInt(options, kCount, count + 1);
+    return count < kMaxCount && Write(options, count, Cut(text)) && Settings().WriteInt(options, kCount, count + 1);
 }
 
 bool ModifyQuickSubject(int place, const std::wstring& text) {
     const std::wstring options = LoadText(IDS_OPTIONS);
-    return place >= 0 && place < Count(options) && Write(options, place, text);
+    return place >= 0 && place < Count(options) && Write(options, place, Cut(text));
 }
 
 bool DeleteQuickSubject(const std::wstring& text) {
@@ -69,6 +81,6 @@ bool DeleteQuickSubject(const std::wstring& text) {
     if (place == count) return false;
     // The last step reads a number that has no text, and so leaves an empty one behind.
     for (int next = place + 1; next <= count; ++next)
-        Write(options, next - 1, Read(options, next));
+        Write(options, next - 1, ReadWhole(options, next));
     return Settings().WriteInt(options, kCount, count - 1);
 }

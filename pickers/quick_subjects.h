@@ -8,7 +8,8 @@
 // Texts numbered beyond are left over from a deletion and mean nothing. A negative count is none; one that is higher
 // than a list can be used with is not believed, and the texts are counted instead, up to the first that is missing.
 
-// At most this many characters of a subject are kept.
+// At most this many characters of a subject are shown, and stored of one that is typed; no character is cut in half.
+// One that is stored longer keeps its text when others are deleted.
 constexpr int kMaxQuickSubject = 99;
 
 // The subjects. A text that is missing counts as empty.

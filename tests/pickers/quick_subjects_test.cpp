@@ -186,7 +186,33 @@ TEST_F(QuickSubjectsTest, APlaceThatIsNoneIsNotModified) {
     EXPECT_EQ(Stored(), before);
 }
 
+TEST_F(QuickSubjectsTest, ACharacterOfTwoUnitsIsNotCutInHalf) {
+    const std::wstring heron = L"\xD83E\xDDA4";
+    const std::wstring text = std::wstring(98, L'x') + heron;
+    Store({text, L"One"});
+    EXPECT_THAT(QuickSubjects(), ElementsAre(std::wstring(98, L'x'), L"One"));
+    EXPECT_TRUE(ModifyQuickSubject(1, text));
+    EXPECT_TRUE(AddQuickSubject(text));
+    EXPECT_EQ(Stored()[L"subj1"], L"\"" + std::wstring(98, L'x') + L"\"");
+    EXPECT_EQ(Stored()[L"subj2"], L"\"" + std::wstring(98, L'x') + L"\"");
+    EXPECT_TRUE(AddQuickSubject(std::wstring(97, L'x') + heron + L"y"));
+    EXPECT_EQ(Stored()[L"subj3"], L"\"" + std::wstring(97, L'x') + heron + L"\"");
+}
+
 // ---- Deleting ----
+
+TEST_F(QuickSubjectsTest, LongOnesKeepTheirTextWhenAnEarlierOneIsDeleted) {
+    std::vector<std::wstring> subjects = {L"One"};
+    for (const size_t length : {99, 100, 101, 154, 155})
+        subjects.push_back(std::wstring(length - 1, L'x') + static_cast<wchar_t>(L'a' + length % 26));
+    Store(subjects);
+    EXPECT_TRUE(DeleteQuickSubject(L"One"));
+    for (size_t i = 1; i < subjects.size(); ++i)
+        EXPECT_EQ(Stored()[L"subj" + std::to_wstring(i - 1)], L"\"" + subjects[i] + L"\"");
+    EXPECT_TRUE(DeleteQuickSubject(subjects[2].substr(0, 99)));  // as the list shows it
+    EXPECT_EQ(Stored()[L"scount"], L"4");
+    EXPECT_EQ(Stored()[L"subj1"], L"\"" + subjects[3] + L"\"");
+}
 
 TEST_F(QuickSubjectsTest, TheLaterOnesMoveUpAndAnEmptyTextIsLeftBehind) {
     Store({L"One", L"Two", L"Three"});
