@@ -168,7 +168,7 @@ bool DbCategories::ReadUse(CEOID category, bool* inUse) {
 
 BOOL DbCategories::IsHidden(CEOID category) {
     std::optional<short> visible;
-    return ReadNumber(*this, category, kPropCategoryVisible, &visible) && visible == 0;
+    return ReadNumber(*this, category, kPropCategoryVisible, &visible) && visible.value_or(0) == 0;
 }
 
 int DbCategories::CountVisible() {
@@ -177,7 +177,7 @@ int DbCategories::CountVisible() {
         CEPROPID ids[] = {kPropCategoryName, kPropCategoryVisible};
         WORD count = static_cast<WORD>(std::size(ids));
         RecordBuffer record;
-        if (ReadRecordProps(&count, ids, record.Put()) && !(record.Has(1) && record[1].val.iVal == 0)) ++visible;
+        if (ReadRecordProps(&count, ids, record.Put()) && record.Has(1) && record[1].val.iVal != 0) ++visible;
     }
     return visible;
 }

@@ -6,7 +6,7 @@
 #include "data/field_ids.h"
 
 // A category is known everywhere by the id of its record. A hidden one keeps its record and its id, so that entries
-// which refer to it stay valid. A category whose record says nothing of being visible is visible.
+// which refer to it stay valid. A category whose record says nothing of being visible is hidden.
 //
 // Names are found as the database's order compares them, whatever their letter case. All operations move the current
 // position. What the operations of CeDbase report is reported by them; the result here is then 0 or FALSE.

@@ -29,7 +29,7 @@ const std::vector<DbCItem>& CategoryPanel::Categories() {
         WORD count = static_cast<WORD>(std::size(ids));
         RecordBuffer record;
         if (!database_.ReadRecordProps(&count, ids, record.Put()) || !record.Has(0)) continue;
-        if (record.Has(1) && record[1].val.iVal == 0) continue;
+        if (!record.Has(1) || record[1].val.iVal == 0) continue;  // without a mark it is hidden too
         categories_.emplace_back(kPropCategoryName, record[0].val.lpwstr, category);
     }
     return categories_;

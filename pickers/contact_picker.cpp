@@ -3,7 +3,7 @@
 #include <px.h>
 
 #include <algorithm>
-#include <set>
+#include <map>
 #include <utility>
 
 #include "res/ids.h"
@@ -16,15 +16,12 @@ namespace {
 // Logical pixels.
 constexpr int kFileAsWidth = 120;
 constexpr int kCompanyWidth = 100;
+constexpr int kScreenWidth = 240;  // the two columns and a scroll bar fill it
 constexpr int kBoxWidth = 14;
 constexpr int kNoneHeight = 60;
 
 UINT StateImage(bool checked) {
     return static_cast<UINT>(INDEXTOSTATEIMAGEMASK(checked ? 2 : 1));
-}
-
-DbAItem ItemOf(const OfferedContact& contact) {
-    return {contact.fileAs.c_str(), contact.company.c_str()};
 }
 
 bool BeginsWith(const std::wstring& text, const std::wstring& start) {
@@ -85,11 +82,19 @@ void ContactPicker::FindNotOffered() {
     std::set<std::pair<std::wstring, std::wstring>> missing;
     for (const DbAItem& contact : contacts_)
         missing.emplace(contact.GetStrValue(), contact.GetCompany());
+    std::map<std::wstring, int> bare;  // how often each of these names is offered
+    for (const DbAItem& contact : contacts_)
+        if (!*contact.GetCompany()) bare.emplace(contact.GetStrValue(), 0);
+    for (const DbAItem& contact : contacts_)
+        if (*contact.GetCompany()) bare.erase(contact.GetStrValue());  // the entry tells them apart
     const int count = source_.GetCount();
-    for (int i = 0; i < count && !missing.empty(); ++i) {
+    for (int i = 0; i < count; ++i) {
         OfferedContact contact = source_.Get(i);
+        if (const auto name = bare.find(contact.fileAs); name != bare.end()) ++name->second;
         missing.erase({std::move(contact.fileAs), std::move(contact.company)});
     }
+    for (const auto& [name, times] : bare)
+        if (times == 1 && missing.erase({name, L""})) bareNames_.insert(name);
     for (const DbAItem& contact : contacts_) {
         if (missing.erase({contact.GetStrValue(), contact.GetCompany()})) {
             notOffered_.push_back({contact.GetStrValue(), contact.GetCompany()});
@@ -99,17 +104,24 @@ void ContactPicker::FindNotOffered() {
 
 void ContactPicker::LayOut(const RECT& client) {
     list_.MoveWindow(0, 0, client.right, client.bottom);
-    // A screen that is wider than the columns gives them more, in the same proportion.
-    const int room = client.right - GetSystemMetrics(SM_CXVSCROLL);
-    const int fileAs = std::max(Px(kFileAsWidth), room * kFileAsWidth / (kFileAsWidth + kCompanyWidth));
+    // A screen that is wider than a device's gives them more, in the same proportion.
+    const int more = std::max(static_cast<int>(client.right) - Px(kScreenWidth), 0);
+    const int fileAs = Px(kFileAsWidth) + more * kFileAsWidth / (kFileAsWidth + kCompanyWidth);
     list_.SetColumnWidth(0, fileAs);
-    list_.SetColumnWidth(1, std::max(Px(kCompanyWidth), room - fileAs));
+    list_.SetColumnWidth(1, Px(kFileAsWidth + kCompanyWidth) + more - fileAs);
     none_.MoveWindow(0, (client.bottom - Px(kNoneHeight)) / 3, client.right, Px(kNoneHeight));
 }
 
 OfferedContact ContactPicker::ContactOf(int row) const {
     const int offset = static_cast<int>(notOffered_.size());
     return row < offset ? notOffered_[static_cast<size_t>(row)] : source_.Get(row - offset);
+}
+
+// The item that the entry has, or would have, for a contact.
+DbAItem ContactPicker::ItemOf(const OfferedContact& contact) const {
+    const DbAItem bare(contact.fileAs.c_str(), L"");
+    if (bareNames_.contains(contact.fileAs) && contacts_.Find(bare)) return bare;
+    return {contact.fileAs.c_str(), contact.company.c_str()};
 }
 
 bool ContactPicker::IsHeld(int row) const {

@@ -1,6 +1,8 @@
 // The screen in which an entry's contacts are checked.
 #pragma once
 
+#include <set>
+#include <string>
 #include <vector>
 
 #include "data/dba_item.h"
@@ -11,7 +13,8 @@
 #include "ui/static_text.h"
 
 // The rows are not kept: each is asked of the source when it is drawn. First come those of the entry's contacts that
-// the source does not offer, so that they can be seen and unchecked; then all that it offers.
+// the source does not offer, so that they can be seen and unchecked; then all that it offers. A contact of the entry's
+// that has no company, and whose name the source offers once, is the one offered.
 class ContactPicker : public PickerScreen {
 public:
     // Runs the screen modally over `owner` on an entry's contacts, which are changed in place: unchecking a contact
@@ -29,6 +32,7 @@ private:
     void FindNotOffered();
     int CountRows() const { return static_cast<int>(notOffered_.size()) + source_.GetCount(); }
     OfferedContact ContactOf(int row) const;
+    DbAItem ItemOf(const OfferedContact& contact) const;
     bool IsHeld(int row) const;
     void Toggle(int row);
     void OnGetDispInfo(LVITEMW& item) const;
@@ -38,6 +42,7 @@ private:
     TSList<DbAItem>& contacts_;
     ContactSource& source_;
     std::vector<OfferedContact> notOffered_;
+    std::set<std::wstring> bareNames_;  // of the entry's contacts that are offered with a company which they lack
     StaticText label_;
     ListView list_;
     StaticText none_;

@@ -133,7 +133,8 @@ TEST_F(SharedCategoriesTest, RecordsWithoutNameOrMarkOrWithWrongOrdinalsBreakNot
     Insert(L"Twin", {{kPropCategoryOrdinal, 1}, {kPropCategoryVisible, 1}});
     Insert(L"Low", {{kPropCategoryOrdinal, -32768}, {kPropCategoryVisible, 1}});
     Insert(L"", {{kPropCategoryOrdinal, 32767}, {kPropCategoryVisible, 1}});
-    EXPECT_EQ(categories_.CountVisible(), 6);
+    EXPECT_EQ(categories_.CountVisible(), 4);
+    EXPECT_TRUE(categories_.IsHidden(bare));
     EXPECT_EQ(categories_.FindByName(L"Bare"), bare);
     ASSERT_TRUE(categories_.Add(L"New"));
     EXPECT_EQ(Number(categories_.FindByName(L"New"), kPropCategoryOrdinal), 2);
@@ -141,7 +142,9 @@ TEST_F(SharedCategoriesTest, RecordsWithoutNameOrMarkOrWithWrongOrdinalsBreakNot
     EXPECT_EQ(Uses(nameless), 1);
     EXPECT_TRUE(categories_.Rename(nameless, L"Named"));
     EXPECT_EQ(categories_.FindByName(L"Named"), nameless);
-    EXPECT_FALSE(categories_.Add(L"Bare"));  // counts as visible
+    EXPECT_TRUE(categories_.Add(L"Bare"));  // shown again
+    EXPECT_EQ(categories_.FindByName(L"Bare"), bare);
+    EXPECT_FALSE(categories_.IsHidden(bare));
     EXPECT_TRUE(categories_.Remove(bare));
 }
 

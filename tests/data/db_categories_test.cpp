@@ -341,8 +341,8 @@ TEST_F(DbCategoriesTest, HidingNoCategoryMakesNone) {
     EXPECT_EQ(categories_.GetRecordCount(), count);
 }
 
-TEST_F(DbCategoriesTest, WithoutTheMarkACategoryIsVisible) {
-    EXPECT_FALSE(categories_.IsHidden(Insert(L"Chess")));
+TEST_F(DbCategoriesTest, WithoutTheMarkACategoryIsHidden) {
+    EXPECT_TRUE(categories_.IsHidden(Insert(L"Chess")));
     EXPECT_FALSE(categories_.IsHidden(Insert(L"Go", {{kPropCategoryVisible, 7}})));
     EXPECT_FALSE(categories_.IsHidden(0));
     EXPECT_FALSE(categories_.IsHidden(0x7FFFFFFF));
@@ -357,7 +357,7 @@ TEST_F(DbCategoriesTest, CountsWhatIsVisible) {
     Insert(L"d");
     Insert(nullptr, {{kPropCategoryVisible, 1}});
     Insert(nullptr, {{kPropCategoryVisible, 0}});
-    EXPECT_EQ(categories_.CountVisible(), 4);
+    EXPECT_EQ(categories_.CountVisible(), 3);
 }
 
 // ---- Counting uses ----

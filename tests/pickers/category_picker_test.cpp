@@ -124,6 +124,23 @@ TEST_F(CategoryPickerTest, AHiddenCategoryIsNeverListedAndStaysWithTheEntry) {
     EXPECT_EQ(Held(), L"Work, Home, Garden");
 }
 
+TEST_F(CategoryPickerTest, ACategoryWithoutAMarkIsHiddenUntilItIsAdded) {
+    DbCats database;
+    ASSERT_TRUE(database.Open(nullptr));
+    CEPROPVAL name = {};
+    name.propid = kPropCategoryName;
+    name.val.lpwstr = const_cast<wchar_t*>(L"Bare");
+    ASSERT_NE(database.WriteRecordProps(0, 1, &name), 0u);
+    Open([&] {
+        EXPECT_THAT(Rows(List()), ElementsAre(L"Garden", L"Home", L"Work"));
+        GoToPage(kAddDelete);
+        EXPECT_THAT(ListTexts(), ElementsAre(L"Garden", L"Home", L"Work"));
+        Retype(L"Bare");
+        Click(IDC_PANEL_ADD);
+        EXPECT_THAT(ListTexts(), ElementsAre(L"Bare", L"Garden", L"Home", L"Work"));
+    });
+}
+
 TEST_F(CategoryPickerTest, NamesWithCommasAndSemicolonsAreOneCategoryEach) {
     DbCats database;
     ASSERT_TRUE(database.Open(nullptr));

@@ -68,7 +68,7 @@ TEST_F(ContactPickerTest, ItHasTheCallersTitleAndShowsNameAndCompanyInTheOrderOf
     });
 }
 
-TEST_F(ContactPickerTest, ItHasTwoColumnsAtLeastAsWideAsPlanned) {
+TEST_F(ContactPickerTest, ItHasTwoColumnsAsWideAsPlanned) {
     Open([&] {
         for (const auto& [column, title, width] : {std::tuple(0, L"FileAs", 120), std::tuple(1, L"Company", 100)}) {
             wchar_t text[50] = L"";
@@ -79,7 +79,7 @@ TEST_F(ContactPickerTest, ItHasTwoColumnsAtLeastAsWideAsPlanned) {
             EXPECT_TRUE(
                 SendMessageW(List(), LVM_GETCOLUMNW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&data)));
             EXPECT_STREQ(text, title);
-            EXPECT_GE(data.cx, Px(width));
+            EXPECT_EQ(data.cx, Px(width));
         }
     });
 }
@@ -90,6 +90,48 @@ TEST_F(ContactPickerTest, TheEntrysContactsAreChecked) {
         EXPECT_FALSE(IsChecked(0));
         EXPECT_FALSE(IsChecked(1));
         EXPECT_TRUE(IsChecked(2));
+    });
+}
+
+TEST_F(ContactPickerTest, AContactWithoutACompanyIsTheOneOfThatNameThatIsOffered) {
+    Hold(L"Abel, Anna", L"");
+    Hold(L"Brook, Ben", L"");
+    Open([&] {
+        EXPECT_THAT(Rows(List()), ElementsAre(L"Abel, Anna", L"Brook, Ben", L"Cole; Cy"));
+        EXPECT_TRUE(IsChecked(0));
+        EXPECT_TRUE(IsChecked(1));
+        EXPECT_STREQ(held_.First()->GetCompany(), L"") << "only looked at";
+        TapRow(List(), 0);
+        EXPECT_FALSE(IsChecked(0));
+        EXPECT_EQ(Held(), L"Brook, Ben");
+        TapRow(List(), 0);
+        EXPECT_TRUE(IsChecked(0));
+        EXPECT_EQ(Held(), L"Brook, Ben; Abel, Anna");
+        EXPECT_STREQ(held_.Find(DbAItem(L"Abel, Anna", L"Talvern"))->GetCompany(), L"Talvern");
+    });
+}
+
+TEST_F(ContactPickerTest, AContactWithoutACompanyIsNoneOfSeveralOfItsName) {
+    source_.contacts.insert(source_.contacts.begin(), {L"Abel, Anna", L"Acme"});
+    Hold(L"Abel, Anna", L"");
+    Open([&] {
+        EXPECT_THAT(Rows(List()), ElementsAre(L"Abel, Anna", L"Abel, Anna", L"Abel, Anna", L"Brook, Ben", L"Cole; Cy"));
+        EXPECT_TRUE(IsChecked(0));
+        EXPECT_FALSE(IsChecked(1));
+        EXPECT_FALSE(IsChecked(2));
+    });
+}
+
+// Held both with and without the company: they are two, and each has its row.
+TEST_F(ContactPickerTest, AContactHeldTwiceHasARowForEach) {
+    Hold(L"Abel, Anna", L"");
+    Hold(L"Abel, Anna", L"Talvern");
+    Open([&] {
+        EXPECT_THAT(Rows(List()), ElementsAre(L"Abel, Anna", L"Abel, Anna", L"Brook, Ben", L"Cole; Cy"));
+        TapRow(List(), 1);
+        EXPECT_TRUE(IsChecked(0));
+        EXPECT_FALSE(IsChecked(1));
+        EXPECT_STREQ(held_.First()->GetCompany(), L"");
     });
 }
 
