@@ -72,12 +72,11 @@ bool EntrySearch::FindByDate(const DateTime& date) {
     });
 }
 
-// An empty subject has nothing to be found in it, not even an empty text.
+// An empty text is in every subject, an empty one too; in an empty note there is nothing to be found.
 bool EntrySearch::FindBySubject(const FindRequest& request) {
     const TextMatcher matcher(request.text, request.matchCase != FALSE);
     return ForEach(kPropSubject, [&](CEOID entry, const CEVALUNION& subject) {
-        const std::wstring_view text = subject.lpwstr;
-        if (!text.empty() && matcher.IsIn(text)) hits_.push_back(entry);
+        if (matcher.IsIn(subject.lpwstr)) hits_.push_back(entry);
     });
 }
 

@@ -30,6 +30,9 @@ public:
     // What another program changes meanwhile may be seen or not; what it has deleted by the end is not found.
     int Run(FindRequest& request, CEOID current, const GoOn& goOn = {});
 
+    // How many the search that runs, or the last one, has found so far.
+    int FoundSoFar() const { return static_cast<int>(hits_.size()); }
+
 private:
     bool FindByDate(const DateTime& date);
     bool FindBySubject(const FindRequest& request);

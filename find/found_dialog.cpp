@@ -1,5 +1,7 @@
 #include "find/found_dialog.h"
 
+#include <iterator>
+
 #include "find/entry_search.h"
 #include "list/detail_view.h"
 #include "list/open_keys.h"
@@ -76,12 +78,14 @@ INT_PTR FoundDialog::OnSettingChange(WPARAM wparam, LPARAM lparam) {
 }
 
 bool FoundDialog::WantsKey(HWND, UINT key) const {
-    return IsOpenKey(key);
+    return IsOpenKey(key) || key == VK_F3;
 }
 
-void FoundDialog::OnKey(HWND, UINT) {
+void FoundDialog::OnKey(HWND, UINT key) {
+    if (searching_) return;
+    if (key == VK_F3) return OpenNext();
     const int row = list_.GetNextItem(-1, LVNI_FOCUSED);
-    if (row >= 0) OpenEntry(rows_[static_cast<size_t>(row)].entry);
+    if (row >= 0 && row < std::ssize(rows_)) OpenEntry(rows_[static_cast<size_t>(row)].entry);
 }
 
 // What a notification gets for an answer.
@@ -105,9 +109,10 @@ bool FoundDialog::Search() {
         EntrySearch search(
             journal_, [this](const CEBLOB& note, std::wstring& text) { notes_->Read(note.lpb, note.dwCount, text); });
         painted_ = GetTickCount();
-        found = search.Run(request_, start_, [this] { return GoOn(); });
-        if (IsOver()) return false;
-        if (found > 0) ShowResults();
+        searching_ = true;
+        found = search.Run(request_, start_, [this, &search] { return GoOn(&search); });
+        if (!IsOver() && found > 0) ShowResults();
+        searching_ = false;
     }
     if (IsOver()) return false;
     if (found > 0) return true;
@@ -116,12 +121,33 @@ bool FoundDialog::Search() {
     return false;
 }
 
-// Lets the windows paint now and then while a search runs; keys and taps wait for its end. Other programs' messages may
+// Now and then shows how far the search has come, and hears whether the user has left. Other programs' messages may
 // come in between, and close the screen or all of the journal.
-bool FoundDialog::GoOn() {
+bool FoundDialog::GoOn(const EntrySearch* search) {
+    if (over_) return false;
     const DWORD now = GetTickCount();
     if (now - painted_ < kPaintEvery) return true;
-    PaintWindows();
+    if (search) ShowCount(search->FoundSoFar());
+    if (!IsVisible()) Show();
+    TakeInput();
+    if (!IsOver()) PaintWindows();
     painted_ = GetTickCount();
     return !IsOver();
+}
+
+void FoundDialog::ShowCount(int found) {
+    wchar_t text[40];
+    wsprintfW(text, LoadText(IDS_FOUND_COUNT).c_str(), found);
+    count_.SetText(text);
+}
+
+// Keys and taps on this screen, which is the only one that can have any, and what comes of them.
+void FoundDialog::TakeInput() {
+    const HWND screen = GetHandle();
+    MSG message;
+    while (!IsOver() && PeekMessageW(&message, screen, 0, 0, PM_REMOVE)) {
+        if (IsDialogMessageW(screen, &message)) continue;
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
 }

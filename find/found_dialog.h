@@ -13,10 +13,14 @@
 #include "ui/static_text.h"
 
 class DbJournal;
+class EntrySearch;
 class SelectionMemory;
 
 // A tap on a row opens the entry as the main window's list would: it becomes the one selected entry, its detail view
-// opens and, if the user goes on to it, its editor; then the search is run again.
+// opens and, if the user goes on to it, its editor; then the search is run again. Of a note that was found the first
+// match is selected and in sight. F3 opens the next row.
+//
+// A search that takes its time shows the screen and how many were found so far; leaving it ends the search.
 class FoundDialog : public Dialog, private KeyListener {
 public:
     // Searches, and runs the screen modally over `owner`; when nothing is found that is said instead. A search from the
@@ -53,7 +57,9 @@ private:
 
     // ---- Searching ----
     bool Search();
-    bool GoOn();
+    bool GoOn(const EntrySearch* search = nullptr);
+    void ShowCount(int found);
+    void TakeInput();
     bool IsOver() const { return over_ || !IsWindow(); }
 
     // ---- Rows (found_dialog_rows.cpp) ----
@@ -63,6 +69,7 @@ private:
     void ShowRows();
     void OnGetDispInfo(LVITEMW& item) const;
     void OnTap(int row);
+    void OpenNext();
     void OpenEntry(CEOID entry);
     void LayOut();
 
@@ -74,6 +81,8 @@ private:
     std::vector<Row> rows_;
     StaticText count_;
     ListView list_;
-    bool over_ = false;  // told to end
-    DWORD painted_ = 0;  // when a search let the windows paint last
+    CEOID opened_ = 0;        // the entry that was opened last
+    bool searching_ = false;  // rows are not what they were
+    bool over_ = false;       // told to end
+    DWORD painted_ = 0;       // when a search let the windows paint last
 };

@@ -31,8 +31,8 @@ constexpr TappedField kTappedFields[] = {
 
 DetailView* DetailView::live_ = nullptr;
 
-INT_PTR DetailView::Run(Window& owner, SelectionMemory& selection) {
-    DetailView view;
+INT_PTR DetailView::Run(Window& owner, SelectionMemory& selection, const NoteMatch& match) {
+    DetailView view(match);
     DialogParams params(&view, &selection);
     return view.DoModal(Application::Current()->GetInstance(), IDD_FRAME, owner.GetHandle(), Procedure, &params);
 }
@@ -73,6 +73,7 @@ INT_PTR DetailView::OnInitDialog(void* data) {
     Load();
     Show();  // now, not when the queue is empty: presses on the disabled owner are lost, and with them a double tap
     note_.SetFocus();
+    note_.SelectFirst(match_.text, match_.matchCase);
     PostMessage(kBegun);
     return FALSE;  // the focus is where it shall be
 }

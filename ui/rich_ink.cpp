@@ -56,6 +56,22 @@ DWORD CALLBACK TakeText(DWORD_PTR cookie, LPBYTE buffer, LONG offered, LONG* tak
     return 0;
 }
 
+// The text with one character for each position: a line ends with CR alone, a picture is one character.
+std::wstring TextByPosition(const Window& control) {
+    constexpr UINT kUnicode = 1200;
+    GETTEXTLENGTHEX length = {GTL_NUMCHARS | GTL_PRECISE, kUnicode};
+    const LRESULT count = control.SendMessage(EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&length));
+    std::wstring text(static_cast<size_t>(std::max<LRESULT>(count, 0)) + 1, L'\0');
+    GETTEXTEX get = {};
+    get.cb = static_cast<DWORD>(text.size() * sizeof(wchar_t));
+    get.flags = GT_DEFAULT;
+    get.codepage = kUnicode;
+    const LRESULT taken =
+        control.SendMessage(EM_GETTEXTEX, reinterpret_cast<WPARAM>(&get), reinterpret_cast<LPARAM>(text.data()));
+    text.resize(static_cast<size_t>(std::max<LRESULT>(taken, 0)));
+    return text;
+}
+
 }  // namespace
 
 bool RichInk::CreateIn(HWND parent, int id, DWORD style, const RECT& place) {
@@ -129,6 +145,20 @@ void RichInk::GetSelection(int* first, int* last) const {
 
 void RichInk::ReplaceSelection(const wchar_t* text, bool undoable) {
     SendMessage(EM_REPLACESEL, undoable, reinterpret_cast<LPARAM>(text));
+}
+
+// The control's own search knows the capitals of some alphabets only.
+void RichInk::SelectFirst(const std::wstring& text, bool matchCase) {
+    std::wstring wanted = text;
+    std::wstring all = TextByPosition(*this);
+    if (!matchCase) {
+        for (std::wstring* each : {&wanted, &all})
+            CharUpperBuffW(each->data(), static_cast<DWORD>(each->size()));
+    }
+    const size_t first = all.find(wanted);
+    if (wanted.empty() || first == all.npos) return;
+    SetSelection(static_cast<int>(first), static_cast<int>(first + wanted.size()));
+    ScrollToCaret();
 }
 
 void RichInk::ScrollToCaret() {

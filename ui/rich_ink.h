@@ -42,6 +42,8 @@ public:
     void GetSelection(int* first, int* last) const;
     void ReplaceSelection(const wchar_t* text, bool undoable);
     void ScrollToCaret();
+    // Selects the first place where `text` stands and brings it into sight; nothing when it is empty or stands nowhere.
+    void SelectFirst(const std::wstring& text, bool matchCase);
     void SetLimit(int characters);
     void SetReadOnly(bool readOnly);
 

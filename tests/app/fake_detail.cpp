@@ -17,7 +17,7 @@ void FakeDetail::Reset() {
     ended = false;
 }
 
-INT_PTR DetailView::Run(Window&, SelectionMemory& selection) {
+INT_PTR DetailView::Run(Window&, SelectionMemory& selection, const NoteMatch&) {
     FakeDetail::shown.push_back(selection.Current());
     isShown = true;
     const INT_PTR result = FakeDetail::view ? FakeDetail::view() : kClosed;

@@ -130,12 +130,13 @@ TEST_F(EntrySearchTest, ASearchTextWithSignsOfPatternsIsTakenAsItIs) {
     EXPECT_THAT(FindSubject(L"*", false), IsEmpty());
 }
 
-TEST_F(EntrySearchTest, AnEntryWithoutASubjectIsSkippedAndAnEmptyOneNeverMatches) {
+TEST_F(EntrySearchTest, AnEntryWithoutASubjectIsSkippedAndAnEmptyOneHoldsNoTextAlone) {
     Add(At(2001, 5, 7), nullptr);
-    Add(At(2001, 5, 8), L"");
+    const CEOID empty = Add(At(2001, 5, 8), L"");
     const CEOID lunch = Add(At(2001, 5, 9), L"Lunch");
-    EXPECT_THAT(FindSubject(L""), ElementsAre(lunch));
-    EXPECT_THAT(FindSubject(L"", false), ElementsAre(lunch));
+    EXPECT_THAT(FindSubject(L""), ElementsAre(empty, lunch));
+    EXPECT_THAT(FindSubject(L"", false), ElementsAre(empty, lunch));
+    EXPECT_THAT(FindSubject(L"L"), ElementsAre(lunch));
 }
 
 TEST_F(EntrySearchTest, ALongSubjectIsFoundByItsEnd) {
@@ -356,6 +357,32 @@ TEST_F(EntrySearchTest, ASearchThatIsGivenUpFindsNothing) {
     int asked = 0;
     EXPECT_THAT(Search(0, [&] { return ++asked < 2; }), IsEmpty());
     EXPECT_EQ(asked, 2);
+}
+
+// Both while the entries are passed and while notes that do not tell their text are read.
+TEST_F(EntrySearchTest, ASearchInNotesThatIsGivenUpFindsNothing) {
+    for (int i = 0; i < 20; ++i)
+        Add(At(2001, 5, 7), L"own", Note(L"plan"));
+    for (int i = 0; i < 5; ++i)
+        Add(At(2001, 5, 8), L"foreign", ForeignNote(L"plan"));
+    textOfOthers_ = L"plan";
+    request_.searchBy = SearchBy::kEntry;
+    request_.text = L"plan";
+    EXPECT_THAT(Search(0, [&] { return false; }), IsEmpty());
+    EXPECT_THAT(read_, IsEmpty());
+    EXPECT_THAT(Search(0, [&] { return read_.size() < 3; }), IsEmpty());
+    EXPECT_EQ(read_.size(), 3u);
+    EXPECT_EQ(Search().size(), 25u);
+}
+
+TEST_F(EntrySearchTest, TellsHowManyWereFoundSoFar) {
+    AddDays(std::vector<std::wstring>(40, L"plan"));
+    request_.searchBy = SearchBy::kSubject;
+    request_.text = L"plan";
+    EntrySearch search(journal_, {});
+    std::vector<int> told;
+    search.Run(request_, 0, [&] { return told.push_back(search.FoundSoFar()), true; });
+    EXPECT_THAT(told, ElementsAre(16, 32));
 }
 
 TEST_F(EntrySearchTest, AJournalClosedDuringTheSearchEndsIt) {

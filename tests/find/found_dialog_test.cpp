@@ -4,9 +4,12 @@
 #include <px.h>
 #include <storebatch.h>
 
+#include <utility>
+
 #include "data/value_tables.h"
 #include "tests/find/find_screen.h"
 #include "tests/support/pump.h"
+#include "tests/support/replaced_import.h"
 
 namespace {
 
@@ -95,10 +98,8 @@ TEST_F(FoundDialogTest, ItsColumnsAreDateAndEntry) {
                 SendMessageW(list, LVM_GETCOLUMNW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&data)));
             EXPECT_STREQ(text, title);
         }
-        EXPECT_GE(ListView_GetColumnWidth(list, 0), Px(60));
-        RECT client = {};
-        GetClientRect(list, &client);
-        EXPECT_EQ(ListView_GetColumnWidth(list, 0) + ListView_GetColumnWidth(list, 1), client.right);
+        EXPECT_EQ(ListView_GetColumnWidth(list, 0), Px(60));
+        EXPECT_EQ(ListView_GetColumnWidth(list, 1), Px(180));
     });
 }
 
@@ -273,6 +274,62 @@ TEST_F(FoundDialogTest, ReturnAndSpaceOpenTheSelectedRow) {
     }
 }
 
+TEST_F(FoundDialogTest, F3GoesOnFromRowToRow) {
+    const std::vector<CEOID> ids = AddDays({L"plan a", L"plan b", L"plan c"});
+    LookForSubject(L"plan");
+    Show([&] {
+        const HWND screen = Screen();
+        for (const CEOID entry : ids) {
+            bool viewed = false;
+            stage_.Run(
+                IDC_DETAIL_PANEL, IDOK, [&] { viewed = true; }, [&] { return Press(screen, VK_F3), 0; });
+            EXPECT_TRUE(viewed);
+            EXPECT_EQ(selection_.Current(), entry);
+        }
+        Press(screen, VK_F3);  // there is none behind the last
+        EXPECT_EQ(SelectedRow(), 2);
+    });
+    EXPECT_EQ(selection_.Current(), ids[2]);
+}
+
+TEST_F(FoundDialogTest, TheFirstMatchInANoteIsSelectedAndInSight) {
+    std::string note = "{\\rtf1\\ansi{\\fonttbl{\\f0 Tahoma;}}";
+    for (int i = 0; i < 200; ++i)
+        note += "a line\\par ";
+    note += "Two \\u1046?herons\\par and more \\u1046?herons\\par}";
+    Add(At(2001, 5, 7), L"long", note);
+    request_.searchBy = SearchBy::kEntry;
+    request_.text = L"\x0436HERONS";
+    request_.matchCase = FALSE;
+    Show([&] {
+        TapAndView(0, [&] {
+            const HWND control = Item(IDC_DETAIL_NOTE);
+            wchar_t selected[100] = L"";
+            CHARRANGE range = {};
+            SendMessageW(control, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&range));
+            EXPECT_EQ(range.cpMax - range.cpMin, 7);
+            SendMessageW(control, EM_GETSELTEXT, 0, reinterpret_cast<LPARAM>(selected));
+            EXPECT_STREQ(selected, L"\x0416herons");
+            EXPECT_EQ(SendMessageW(control, EM_EXLINEFROMCHAR, 0, range.cpMin), 200);
+            const LRESULT top = SendMessageW(control, EM_GETFIRSTVISIBLELINE, 0, 0);
+            EXPECT_GT(top, 100);
+            EXPECT_LE(top, 200);
+        });
+    });
+}
+
+TEST_F(FoundDialogTest, ASearchInSubjectsSelectsNothingInTheNote) {
+    Add(At(2001, 5, 7), L"herons", Note(L"Two herons"));
+    LookForSubject(L"herons");
+    Show([&] {
+        TapAndView(0, [&] {
+            CHARRANGE range = {};
+            SendMessageW(Item(IDC_DETAIL_NOTE), EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&range));
+            EXPECT_EQ(range.cpMax, range.cpMin);
+        });
+    });
+}
+
 TEST_F(FoundDialogTest, EscapeAndTheCloseBoxEndIt) {
     AddDays({L"plan"});
     LookForSubject(L"plan");
@@ -291,68 +348,98 @@ TEST_F(FoundDialogTest, OpenedTwiceItComesToTheFront) {
 
 namespace {
 
-// Owner of the screen that does something when it is painted, as a search lets it.
-class LongSearchTest : public FoundDialogTest {
-protected:
-    // Notes whose text takes long to read, so that the windows are let paint in between.
-    void AddSlowNotes(int count) {
-        for (int i = 0; i < count; ++i)
-            Add(At(2001, 5, 7), L"plan", ForeignNote(std::wstring(4'000, L'x') + L"herons"));
-        request_.searchBy = SearchBy::kEntry;
-        request_.text = L"herons";
-    }
-    // Posted to this thread's queue of paints: done at the owner's next one.
-    void WhenPainted(const std::function<void()>& work) {
-        work_ = work;
-        SetWindowSubclass(stage_.Owner().GetHandle(), Procedure, 1, reinterpret_cast<DWORD_PTR>(this));
-        InvalidateRect(stage_.Owner().GetHandle(), nullptr, TRUE);
-    }
-
-private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
-                                      DWORD_PTR test) {
-        const LRESULT result = DefSubclassProc(window, message, wparam, lparam);
-        if (message == WM_PAINT) {
-            RemoveWindowSubclass(window, Procedure, 1);
-            reinterpret_cast<LongSearchTest*>(test)->work_();
-        }
-        return result;
-    }
-
-    std::function<void()> work_;
-};
-
 HWND FindFound() {
     return FindWindowW(nullptr, L"Found...");
 }
 
+// The clock is the test's: each look at it finds a tenth of a second gone, so that every search takes its time.
+class LongSearchTest : public FoundDialogTest {
+protected:
+    LongSearchTest() { work_ = {}; }
+
+    // Notes of other programs: the search looks at the clock before each.
+    void AddForeignNotes(int count) {
+        for (int i = 0; i < count; ++i)
+            Add(At(2001, 5, 7), L"plan", ForeignNote(L"Three herons"));
+        request_.searchBy = SearchBy::kEntry;
+        request_.text = L"herons";
+    }
+    // Done in the midst of the search, once it has shown its screen.
+    static void WhenShown(const std::function<void()>& work) { work_ = work; }
+
+private:
+    static DWORD WINAPI Clock() {
+        if (work_ && IsWindowVisible(FindFound())) std::exchange(work_, {})();
+        return clock_ += 100;
+    }
+
+    static inline std::function<void()> work_;
+    static inline DWORD clock_ = 0;
+    const ReplacedImport import_{nullptr, "GetTickCount", Clock};
+};
+
 }  // namespace
 
-TEST_F(LongSearchTest, KeepsTheWindowsPaintingUnderTheWaitCursor) {
-    AddSlowNotes(10);
+TEST_F(LongSearchTest, ShowsItselfAndHowManyWereFoundSoFarUnderTheWaitCursor) {
+    for (int i = 0; i < 20; ++i)
+        Add(At(2001, 5, 7), L"own", Note(L"Two herons"));
+    AddForeignNotes(3);
     int busy = -1;
-    bool shown = true;
-    WhenPainted([&] {
+    bool shown = false;
+    wchar_t count[40] = L"";
+    WhenShown([&] {
         busy = Application::Current()->BusyCount();
-        shown = IsWindowVisible(FindFound()) != FALSE;
+        shown = true;
+        EXPECT_FALSE(GetUpdateRect(FindFound(), nullptr, FALSE)) << "it is painted";
+        GetDlgItemTextW(FindFound(), IDC_FOUND_COUNT, count, 40);
     });
-    Show([&] { EXPECT_EQ(TextOf(IDC_FOUND_COUNT), L" Found: 10"); });
+    Show([&] { EXPECT_EQ(TextOf(IDC_FOUND_COUNT), L" Found: 23"); });
     EXPECT_EQ(busy, 1);
-    EXPECT_FALSE(shown);
+    EXPECT_TRUE(shown);
+    EXPECT_STREQ(count, L" Found: 16");
     EXPECT_EQ(Application::Current()->BusyCount(), 0);
 }
 
+// Escape as the keyboard brings it, the close box, and OK on the bar.
+TEST_F(LongSearchTest, LeftMeanwhileItEndsWithoutAWord) {
+    AddForeignNotes(10);
+    const auto escape = [] { PostMessageW(GetDlgItem(FindFound(), IDC_FOUND_LIST), WM_KEYDOWN, VK_ESCAPE, 1); };
+    const auto close = [] { PostMessageW(FindFound(), WM_SYSCOMMAND, SC_CLOSE, 0); };
+    const auto ok = [] { PostMessageW(FindFound(), WM_COMMAND, IDOK, 0); };
+    for (const std::function<void()>& leave :
+         {std::function<void()>(escape), std::function<void()>(close), std::function<void()>(ok)}) {
+        WhenShown(leave);
+        EXPECT_EQ(ShowInVain(), IDOK);
+        EXPECT_EQ(Application::Current()->BusyCount(), 0);
+        EXPECT_THAT(request_.results, IsEmpty());
+    }
+}
+
+// While it is run again the rows are those of before; they open nothing.
+TEST_F(LongSearchTest, TapsAndKeysMeanwhileOpenNothing) {
+    AddForeignNotes(3);
+    WhenShown([&] {
+        const HWND list = GetDlgItem(FindFound(), IDC_FOUND_LIST);
+        for (const WPARAM key : {WPARAM{VK_RETURN}, WPARAM{VK_F3}})
+            PostMessageW(list, WM_KEYDOWN, key, 1);
+        PostMessageW(list, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, 30));
+        PostMessageW(list, WM_LBUTTONUP, 0, MAKELPARAM(20, 30));
+    });
+    Show([&] { EXPECT_EQ(TextOf(IDC_FOUND_COUNT), L" Found: 3"); });
+    EXPECT_EQ(selection_.Current(), 0u);
+}
+
 TEST_F(LongSearchTest, ClosedMeanwhileItEndsWithoutAWord) {
-    AddSlowNotes(10);
-    WhenPainted([&] { SendMessageW(FindFound(), WM_CLOSE, 0, 0); });
+    AddForeignNotes(10);
+    WhenShown([&] { SendMessageW(FindFound(), WM_CLOSE, 0, 0); });
     EXPECT_EQ(ShowInVain(), IDOK);
     EXPECT_EQ(Application::Current()->BusyCount(), 0);
     EXPECT_THAT(request_.results, IsEmpty());
 }
 
 TEST_F(LongSearchTest, TheJournalClosedMeanwhileEndsIt) {
-    AddSlowNotes(10);
-    WhenPainted([&] {
+    AddForeignNotes(10);
+    WhenShown([&] {
         journal_.Close();
         stage_.Owner().Destroy();
     });
