@@ -82,7 +82,9 @@ fetch_third_party() {
     cmp -s "$lock" "$fetched" && return 0
     install_missing "${needs_fetch[@]}"
     say "fetching SQLite's sources (third_party/package.json)"
-    (cd "$journal/third_party" && npm ci --ignore-scripts --no-audit --no-fund --loglevel=error) ||
+    # Of what npm says only its complaints are of interest, not newer versions of itself.
+    (cd "$journal/third_party" &&
+        npm ci --ignore-scripts --no-audit --no-fund --no-update-notifier --loglevel=error >"$journal/build/npm.log") ||
         die "npm could not fetch the packages of third_party"
     cp "$lock" "$fetched"
 }
