@@ -1,6 +1,4 @@
 """The export: through the system's file dialog into files that are compared byte by byte."""
-import subprocess
-
 from driver import main, until
 from screens import IDOK, MAIN, JournalStory
 
@@ -154,38 +152,6 @@ class Export(JournalStory):
         self.assertEqual(target.read_bytes(),
                          b'"Two "herons", late","High"\r\n"Empty","Normal"\r\n"Last","Low"\r\n')
         self.close_journal(journal)
-
-    def test_the_progress_is_seen_to_move(self):
-        self.tool("seed", "20000")
-        journal, window = self.open_journal()
-        self.wait_for_count(window, 20000)
-        target = self.folder / "many.csv"
-        self.name_file(self.open_export(window), target)
-        screen = self.export_screen()
-        self.display.click(self.bar_button(screen, IDOK))
-        bar = until(lambda: next(iter(self.controls(screen, id=IDC_EXPORT_PROGRESS)), None), "the progress to show")
-        seen = set()
-
-        def moved():
-            seen.add(self.pixels(bar.place))
-            return len(seen) >= 4 or self.windows()[0].text == BOX
-        until(moved, "the progress to move", patience=60)
-        self.display.picture("progress")
-        self.assertGreaterEqual(len(seen), 3)
-        until(lambda: self.windows()[0].text == BOX, "the export to end", patience=60)
-        self.close_box("Exported 20000 records")
-        lines = target.read_bytes()
-        self.assertTrue(lines.startswith(b'"Subject","Entry Type"'))
-        self.assertTrue(lines.endswith(b'"\r\n'))
-        self.close_journal(journal)
-
-    def pixels(self, place):
-        """What a part of the display shows."""
-        left, top, right, bottom = place
-        shown = subprocess.run(["import", "-silent", "-window", "root", "-crop",
-                                f"{right - left}x{bottom - top}+{left}+{top}", "rgb:-"],
-                               check=True, stdout=subprocess.PIPE, timeout=60)
-        return shown.stdout
 
     def test_a_cancelled_file_dialog_writes_nothing(self):
         self.load()
