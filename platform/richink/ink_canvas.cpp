@@ -3,6 +3,13 @@
 #include <algorithm>
 #include <cmath>
 
+namespace {
+
+constexpr int kMostSteps = 4'096;           // of a curve as high as the highest picture
+constexpr int kMostStepsOfAll = 1'000'000;  // more than any hand draws
+
+}  // namespace
+
 InkCanvas::InkCanvas(SIZE size)
     : size_{std::max(size.cx, 0L), std::max(size.cy, 0L)}, covered_(static_cast<size_t>(size_.cx) * size_.cy) {}
 
@@ -32,8 +39,10 @@ void InkCanvas::Draw(const InkPicture::Stroke& stroke, double scale) {
     const double width = std::max(1.0, kPenTwips * scale);
     for (size_t i = 0; i + 3 < stroke.size(); i += 3) {
         const POINT* p = &stroke[i];
-        const double length = std::hypot(p[3].x - p[0].x, p[3].y - p[0].y) * scale;
-        const int steps = std::clamp(static_cast<int>(length / 2) + 1, 1, 64);
+        const auto apart = [&](int from, int to) { return std::hypot(p[to].x - p[from].x, p[to].y - p[from].y); };
+        const double length = (apart(0, 1) + apart(1, 2) + apart(2, 3)) * scale;
+        const int steps = std::clamp(static_cast<int>(length / 2) + 1, 1, kMostSteps);
+        if ((steps_ += steps) > kMostStepsOfAll) return;
         double fromX = p[0].x, fromY = p[0].y;
         for (int step = 1; step <= steps; ++step) {
             const double t = static_cast<double>(step) / steps, s = 1 - t;

@@ -18,7 +18,7 @@ public:
 
     // A straight stroke with round ends, in pixels. Answers the pixels it may have changed.
     RECT Line(double x0, double y0, double x1, double y1, double width);
-    // A stroke of a picture, `scale` pixels a twip.
+    // A stroke of a picture, `scale` pixels a twip. Beyond a length that no hand draws the rest is left out.
     void Draw(const InkPicture::Stroke& stroke, double scale);
 
     // Puts the part `from` of the canvas on the device context with its upper left corner at `to`.
@@ -26,5 +26,6 @@ public:
 
 private:
     SIZE size_;
+    int steps_ = 0;  // short lines drawn so far
     std::vector<uint8_t> covered_;
 };

@@ -78,8 +78,9 @@ Value At(std::string_view bytes, size_t at) {
     return value;
 }
 
-bool IsNear(POINT point) {
-    return point.x >= -kFarthest && point.x <= kFarthest && point.y >= -kFarthest && point.y <= kFarthest;
+// Ink is as large as what is drawn in it.
+bool IsInside(const InkPicture& picture, POINT point) {
+    return point.x >= 0 && point.x <= picture.size.cx && point.y >= 0 && point.y <= picture.size.cy;
 }
 
 }  // namespace
@@ -140,7 +141,7 @@ std::optional<InkPicture> ReadInkMetafile(std::string_view bytes) {
             for (DWORD i = 0; i < count; ++i) {
                 const auto place = At<POINTL>(bytes, at + kHead + i * sizeof(POINTL));
                 stroke[i] = {place.x, place.y};
-                if (!IsNear(stroke[i])) return std::nullopt;
+                if (!IsInside(picture, stroke[i])) return std::nullopt;
             }
             picture.strokes.push_back(std::move(stroke));
         } else if (record.iType != EMR_EXTCREATEPEN && record.iType != EMR_SELECTOBJECT) {

@@ -37,8 +37,9 @@ size_t WordEnd(std::string_view text, size_t at, std::string_view* word) {
     return end < text.size() && text[end] == ' ' ? end + 1 : end;
 }
 
-// Nothing when the data is no whole hexadecimal bytes.
+// Nothing when the data is no whole hexadecimal bytes, or when there is more than a picture and its properties.
 std::optional<Picture> Read(std::string_view group) {
+    constexpr int kDeepest = 8;
     Picture picture;
     int depth = 0;
     int high = -1;
@@ -50,11 +51,12 @@ std::optional<Picture> Read(std::string_view group) {
             if (word == "wmetafile") picture.kind = Kind::kMetafile;
             if (word == "emfblip") picture.kind = Kind::kEnhancedMetafile;
             if (word == "dibitmap" || word == "wbitmap") picture.kind = Kind::kBitmap;
-            if (word == "bin") return std::nullopt;
+            if (word == "bin" || (word == "pict" && depth > 1)) return std::nullopt;
             continue;
         }
         ++i;
-        if (c == '{') ++depth;
+        if (c == '\0' || static_cast<unsigned char>(c) >= 0x80) return std::nullopt;
+        if (c == '{' && ++depth > kDeepest) return std::nullopt;
         if (c == '}') --depth;
         if (depth != 1 || c == '{' || c == '}' || c == '\r' || c == '\n' || c == ' ' || c == '\t') continue;
         const int digit = HexDigit(c);

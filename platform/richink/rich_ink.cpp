@@ -36,8 +36,9 @@ LRESULT CALLBACK RichInkControl::Procedure(HWND window, UINT message, WPARAM wpa
         control = new (std::nothrow) RichInkControl(window);
         if (!control) return FALSE;
         SetWindowLongPtrW(window, control_pointer, reinterpret_cast<LONG_PTR>(control));
-        // Several lines, and Return for itself: always.
-        constexpr LONG kAlways = ES_MULTILINE | ES_WANTRETURN;
+        // Several lines, and Return for itself: always. And a scroll bar that does not come and go, as for each change
+        // of it some systems wrap the whole text anew while they load it.
+        constexpr LONG kAlways = ES_MULTILINE | ES_WANTRETURN | ES_DISABLENOSCROLL;
         reinterpret_cast<CREATESTRUCTW*>(lparam)->style |= kAlways;
         SetWindowLongW(window, GWL_STYLE, GetWindowLongW(window, GWL_STYLE) | kAlways);
     }
@@ -61,7 +62,7 @@ LRESULT RichInkControl::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
         Realise();
         blank_ = false;
     }
-    if (OnPen(message, lparam)) return 0;
+    if (OnPlain(message, wparam) || OnPen(message, lparam)) return 0;
     switch (message) {
         case WM_CREATE: {
             const LRESULT result = Base(message, wparam, lparam);

@@ -4,12 +4,14 @@
 // 2. Loading and clearing leave the control unmodified, with nothing to undo, and tell nobody.
 // 3. The rich edit itself has no text limit; the one that counts is limit_.
 // 4. A stream loaded while nobody sees the control waits until somebody needs more of it than its text.
-// 5. The rich edit holds no picture: characters stand for them (ink_book.h), and this control draws over these.
+// 5. A note that would take too long to lay out is shown as plain text, read only; its stream stays what it was.
+// 6. The rich edit holds no picture: characters stand for them (ink_book.h), and this control draws over these.
 #pragma once
 
 #include <win.h>
 
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,6 +28,9 @@ public:
     static WNDPROC* BaseProcedure();
 
 private:
+    static constexpr LONG kFontTwips = 180;  // 9 points
+    static constexpr wchar_t kFont[] = L"Tahoma";
+
     explicit RichInkControl(HWND window) : window_(window) {}
 
     LRESULT Base(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const;
@@ -40,6 +45,7 @@ private:
     LRESULT OnStreamIn(UINT format, EDITSTREAM* stream);
     LRESULT OnStreamOut(UINT format, EDITSTREAM* stream);
     DWORD Load(UINT format, std::string bytes);
+    DWORD Show(UINT format, const std::string& bytes);
     bool LoadLater(UINT format, std::string& bytes);
     void Realise();
     static bool NeedsContents(UINT message);
@@ -50,6 +56,12 @@ private:
     void SetFontOf(WPARAM range);  // SCF_*
     template <typename Act>
     void Quietly(Act act);
+
+    // rich_ink_plain.cpp
+    void LoadPlain(std::string stream, std::wstring text);
+    void ShowPlain();
+    void LeavePlain();
+    bool OnPlain(UINT message, WPARAM wparam);
 
     // rich_ink_limit.cpp: each answers whether the message is dealt with.
     bool OnChar(wchar_t c);
@@ -109,6 +121,7 @@ private:
     LRESULT OnPaint(WPARAM wparam, LPARAM lparam);
     void DrawPage(HDC dc, const RECT& client) const;
     void DrawPicture(HDC dc, const Place& place);
+    void DrawForeign(HDC dc, const Place& place, const InkPicture& picture);
 
     // rich_ink_clipboard.cpp
     bool OnCopy(bool cut);
@@ -133,6 +146,15 @@ private:
     std::string spare_;         // memory for the next stream
     bool wraps_ = true;
     bool blank_ = false;  // the rich edit is empty and as new
+    // A note that is shown as plain text: what it is, and how its lines are broken.
+    struct Plain {
+        std::string stream;
+        std::wstring text;
+        bool readOnly = false;  // the control would be without it
+        LONG width = 0;
+        UINT zoom = 0;
+    };
+    std::optional<Plain> plain_;
     InkBook book_;
     std::optional<InkCanvas> live_;  // the stroke being drawn
     std::vector<POINT> pen_;         // its points, on the client area
@@ -142,6 +164,7 @@ private:
         InkCanvas canvas;
     };
     std::map<int, Drawn> drawn_;  // pictures as last drawn
+    std::set<int> slow_;          // pictures from elsewhere that are only framed
     bool skipReturn_ = false;     // the character of a Return that was refused as a key
     bool skipSurrogate_ = false;  // the second half of a character whose first was refused
 };

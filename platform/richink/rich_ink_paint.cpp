@@ -1,6 +1,7 @@
 // What is drawn over the rich edit's text: pictures, the page of the drawing view, the stroke under the pen.
 #include <algorithm>
 
+#include "platform/richink/metafile_guard.h"
 #include "platform/richink/rich_ink.h"
 #include "px.h"
 
@@ -11,14 +12,8 @@ constexpr COLORREF kUnknownPicture = RGB(0x80, 0x80, 0x80);
 constexpr int kRulePitch = 20;  // logical pixels at 100 percent
 constexpr size_t kMostDrawn = 16;
 constexpr BYTE kSelectionTint = 0x50;
-
-void DrawMetafile(HDC dc, const std::string& bytes, const RECT& area) {
-    const HENHMETAFILE metafile =
-        SetEnhMetaFileBits(static_cast<UINT>(bytes.size()), reinterpret_cast<const BYTE*>(bytes.data()));
-    if (!metafile) return;
-    PlayEnhMetaFile(dc, metafile, &area);
-    DeleteEnhMetaFile(metafile);
-}
+constexpr DWORD kMostPlaying = 200;   // milliseconds for a picture from elsewhere
+constexpr DWORD kMostPainting = 500;  // and for all of them
 
 void Tint(HDC dc, const RECT& area) {
     const HDC memory = CreateCompatibleDC(dc);
@@ -49,8 +44,10 @@ LRESULT RichInkControl::OnPaint(WPARAM wparam, LPARAM lparam) {
     if (page) DrawPage(dc, client);
     CHARRANGE selection{};
     Base(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+    const ULONGLONG begun = GetTickCount64();
     for (const Place& place : Places()) {
         if (place.area.bottom <= 0 || place.area.top >= client.bottom) continue;
+        if (GetTickCount64() - begun > kMostPainting) slow_.insert(place.id);
         DrawPicture(dc, place);
         if (place.at >= selection.cpMin && place.at < selection.cpMax) Tint(dc, place.area);
     }
@@ -61,16 +58,22 @@ LRESULT RichInkControl::OnPaint(WPARAM wparam, LPARAM lparam) {
     return result;
 }
 
+// A picture from elsewhere that cannot be played, or not soon, is a frame.
+void RichInkControl::DrawForeign(HDC dc, const Place& place, const InkPicture& picture) {
+    if (!slow_.contains(place.id)) {
+        const std::string metafile = MetafileOf(picture);
+        const SIZE size{place.area.right - place.area.left, place.area.bottom - place.area.top};
+        if (IsPlayableMetafile(metafile, size) && PlayMetafile(dc, metafile, place.area, kMostPlaying)) return;
+        slow_.insert(place.id);
+    }
+    const HBRUSH brush = CreateSolidBrush(kUnknownPicture);
+    FrameRect(dc, &place.area, brush);
+    DeleteObject(brush);
+}
+
 void RichInkControl::DrawPicture(HDC dc, const Place& place) {
     const InkPicture& picture = *book_.Find(place.id);
-    if (!picture.IsInk()) {
-        const std::string metafile = MetafileOf(picture);
-        if (!metafile.empty()) return DrawMetafile(dc, metafile, place.area);
-        const HBRUSH brush = CreateSolidBrush(kUnknownPicture);
-        FrameRect(dc, &place.area, brush);
-        DeleteObject(brush);
-        return;
-    }
+    if (!picture.IsInk()) return DrawForeign(dc, place, picture);
     const SIZE size{place.area.right - place.area.left, place.area.bottom - place.area.top};
     auto drawn = drawn_.find(place.id);
     if (drawn == drawn_.end() || drawn->second.scale != place.scale) {

@@ -4,6 +4,7 @@
 
 #include "note_text.h"
 #include "platform/richink/ink_stream.h"
+#include "platform/richink/layout_cost.h"
 #include "platform/richink/rich_ink.h"
 #include "platform/richink/rtf_guard.h"
 #include "platform/richink/unicode_rtf.h"
@@ -12,8 +13,6 @@ namespace {
 
 constexpr UINT kRichText = SF_RTF;
 constexpr UINT kUnicodeText = SF_TEXT | SF_UNICODE;
-constexpr LONG kFontTwips = 180;  // 9 points
-constexpr wchar_t kFont[] = L"Tahoma";
 constexpr size_t kMostSpare = 64 * 1024;
 
 // UTF-16 bytes without the NUL that ends them, without half a unit and without NULs between.
@@ -26,11 +25,11 @@ std::string SoundText(const std::string& bytes) {
     return sound;
 }
 
-// The stream as the rich edit can take it, with the letters that a writer of before has lost.
-std::string SoundNote(const std::string& bytes) {
-    std::wstring text;
-    GetNoteText(bytes, &text);
-    return MendedRtf(SoundRtf(bytes), text);
+// The stream as the rich edit can take it, with the letters that a writer of before has lost. `text` gets the note text
+// that the stream vouches for, if any.
+std::string SoundNote(const std::string& bytes, std::wstring* text) {
+    GetNoteText(bytes, text);
+    return MendedRtf(SoundRtf(bytes), *text);
 }
 
 std::wstring AsText(const std::string& bytes) {
@@ -68,6 +67,7 @@ void RichInkControl::SetFontOf(WPARAM range) {
 }
 
 void RichInkControl::Clear() {
+    LeavePlain();
     Quietly([&] {
         const wchar_t nothing[] = L"";
         Base(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(nothing));
@@ -76,26 +76,38 @@ void RichInkControl::Clear() {
     book_.Clear();
     SetWrapping(true);
     drawn_.clear();
+    slow_.clear();
     waiting_.clear();
     blank_ = true;
 }
 
 DWORD RichInkControl::Load(UINT format, std::string bytes) {
     const bool empty = bytes.empty();
-    bytes = format == kRichText ? SoundNote(bytes) : SoundText(bytes);
+    std::wstring text;
+    std::string sound = format == kRichText ? SoundNote(bytes, &text) : SoundText(bytes);
     Clear();
-    if (bytes.empty()) return empty || format != kRichText ? 0 : ERROR_INVALID_DATA;
-    if (format == kRichText) bytes = book_.TakePictures(bytes, true);
+    if (sound.empty()) return empty || format != kRichText ? 0 : ERROR_INVALID_DATA;
     blank_ = false;
-    DWORD error = 0;
+    if (format == kRichText && LayoutCostOf(sound) > kMostLayout) {
+        LoadPlain(std::move(bytes), text.empty() ? TextOfRtf(sound) : std::move(text));
+        return 0;
+    }
+    bytes = format == kRichText ? book_.TakePictures(sound, true) : std::move(sound);
     const size_t characters = format == kRichText ? LongWordCharacters(bytes) : LongWordCharacters(AsText(bytes));
     const bool longWords = BeginLongWords(characters, bytes.size());
+    const DWORD error = Show(format, bytes);
+    if (longWords) EndLongWords();
+    return error;
+}
+
+// Replaces what the rich edit holds, from its beginning on.
+DWORD RichInkControl::Show(UINT format, const std::string& bytes) {
+    DWORD error = 0;
     Quietly([&] {
         error = LoadInto(*BaseProcedure(), window_, format, bytes);
         Base(EM_SETSEL, 0, 0);
         Base(EM_SCROLLCARET);
     });
-    if (longWords) EndLongWords();
     return error;
 }
 
@@ -111,6 +123,7 @@ bool RichInkControl::LoadLater(UINT format, std::string& bytes) {
 
 void RichInkControl::Realise() {
     if (!waiting_.empty()) Load(kRichText, std::exchange(waiting_, {}));
+    if (plain_) ShowPlain();
 }
 
 // The few messages that a waiting control answers as it is; all others must find the contents in the rich edit.
@@ -183,7 +196,10 @@ LRESULT RichInkControl::OnStreamOut(UINT format, EDITSTREAM* stream) {
         return WriteAll(*stream, {reinterpret_cast<const char*>(text.c_str()), (text.size() + 1) * sizeof(wchar_t)});
     };
     if (format == kUnicodeText && !waiting_.empty()) return stream->dwError = write(waitingText_);
-    Realise();
+    if (!waiting_.empty()) Load(kRichText, std::exchange(waiting_, {}));
+    if (plain_) {
+        return stream->dwError = format == kUnicodeText ? write(plain_->text) : WriteAll(*stream, plain_->stream);
+    }
     std::string bytes;
     std::wstring text;
     stream->dwError = Contents(&bytes, &text);

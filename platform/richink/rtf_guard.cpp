@@ -1,6 +1,9 @@
 #include "platform/richink/rtf_guard.h"
 
 #include <algorithm>
+#include <charconv>
+#include <iterator>
+#include <optional>
 
 #include "platform/richink/picture_guard.h"
 
@@ -19,6 +22,78 @@ bool IsDigit(char c) {
 }
 bool IsHex(char c) {
     return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+}
+
+// Words whose numbers the reader keeps, and later measures or looks things up with, unasked whether they make sense.
+struct Range {
+    std::string_view word;
+    int least;
+    int most;
+};
+constexpr int kFarthestTwips = 31'680;  // 22 inches, the widest page there is
+constexpr Range kRanges[] = {
+    {"tx", 1, kFarthestTwips},
+    {"tb", 1, kFarthestTwips},
+    {"li", -kFarthestTwips, kFarthestTwips},
+    {"lin", -kFarthestTwips, kFarthestTwips},
+    {"ri", -kFarthestTwips, kFarthestTwips},
+    {"rin", -kFarthestTwips, kFarthestTwips},
+    {"fi", -kFarthestTwips, kFarthestTwips},
+    {"sb", 0, kFarthestTwips},
+    {"sa", 0, kFarthestTwips},
+    {"sl", -kFarthestTwips, kFarthestTwips},
+    {"slmult", 0, 1},
+    {"fs", 2, 3'276},
+    {"up", 0, 3'276},
+    {"dn", 0, 3'276},
+    {"f", 0, 32'767},
+    {"deff", 0, 32'767},
+    {"fcharset", 0, 255},
+    {"fprq", 0, 2},
+    {"cpg", 0, 65'001},
+    {"ansicpg", 0, 65'001},
+    {"cf", 0, 32'767},
+    {"cb", 0, 32'767},
+    {"highlight", 0, 32'767},
+    {"red", 0, 255},
+    {"green", 0, 255},
+    {"blue", 0, 255},
+    {"s", 0, 32'767},
+    {"cs", 0, 32'767},
+    {"sbasedon", 0, 32'767},
+    {"snext", 0, 32'767},
+    {"uc", 0, 32},
+    {"u", -32'768, 65'535},
+    {"lang", 0, 65'535},
+    {"deflang", 0, 65'535},
+    {"expnd", -3'276, 3'276},
+    {"expndtw", -kFarthestTwips, kFarthestTwips},
+    {"ls", 0, 32'767},
+    {"ilvl", 0, 8},
+    {"pnindent", 0, kFarthestTwips},
+    {"pnstart", 0, 32'767},
+};
+
+bool IsInRange(std::string_view word, std::string_view number) {
+    const auto range =
+        std::find_if(std::begin(kRanges), std::end(kRanges), [&](const Range& each) { return each.word == word; });
+    if (range == std::end(kRanges)) return true;
+    int value = 0;
+    std::from_chars(number.data(), number.data() + number.size(), value);
+    return value >= range->least && value <= range->most;
+}
+
+// A note has no tables: some readers end the program over one that is not as they would have written it. What is in the
+// cells stays, with tabs between and each row a line. Nothing for a word that is no table's, "" for one that is left
+// out.
+std::optional<std::string_view> InsteadOfTable(std::string_view word) {
+    if (word == "cell" || word == "nestcell") return "\\tab ";
+    if (word == "row" || word == "nestrow") return "\\par ";
+    if (word.starts_with("tr") || word.starts_with("cl") || word == "cellx" || word == "intbl" || word == "itap" ||
+        word == "lastrow" || word == "irow" || word == "irowband") {
+        return "";
+    }
+    return std::nullopt;
 }
 
 class Guard {
@@ -61,13 +136,18 @@ private:
         rest_.remove_prefix(1);
     }
 
+    // A picture is taken or left whole: what was looked at once is not looked at again.
     void Open() {
         if (IsWord(1, "pict")) {
             const size_t length = GroupLength();
-            if (length == 0 || !IsSoundPicture(rest_.substr(0, length))) {
-                rest_.remove_prefix(length ? length : rest_.size());
-                return;
-            }
+            if (length == 0) return rest_.remove_prefix(rest_.size());
+            ++depth_;
+            if (IsSoundPicture(rest_.substr(0, length)))
+                Copy(length);
+            else
+                rest_.remove_prefix(length);
+            --depth_;
+            return;
         }
         ++depth_;
         Copy(1);
@@ -140,11 +220,16 @@ private:
         }
         const size_t numberLength = end - firstDigit;
         if (word == "bin") return Binary(rest_.substr(std::min(firstDigit, end), end - std::min(firstDigit, end)), end);
-        if (word.size() > kLongestWord || (digits > firstDigit && numberLength > kMostDigits)) {
-            rest_.remove_prefix(end);
-            return;
+        const bool hasNumber = digits > firstDigit;
+        const size_t blank = rest_[end] == ' ' ? 1 : 0;
+        if (const auto instead = InsteadOfTable(word)) {
+            if (Kept()) sound_.append(*instead);
+            return rest_.remove_prefix(end + blank);
         }
-        Copy(end + (rest_[end] == ' ' ? 1 : 0));
+        if (word.size() > kLongestWord || (hasNumber && numberLength > kMostDigits)) return rest_.remove_prefix(end);
+        if (hasNumber && !IsInRange(word, rest_.substr(word.size() + 1, end - word.size() - 1)))
+            return rest_.remove_prefix(end + blank);
+        Copy(end + blank);
     }
 
     // \bin12 and twelve bytes of anything, braces included

@@ -1,9 +1,9 @@
 #include "platform/richink/unicode_rtf.h"
 
 #include <algorithm>
-#include <array>
 #include <vector>
 
+#include "platform/richink/rtf_characters.h"
 #include "platform/richink/rtf_words.h"
 
 namespace {
@@ -69,77 +69,6 @@ void ForEachStretch(std::string_view rtf, More more, Ascii ascii) {
     }
 }
 
-// One character that a rich text shows.
-struct Shown {
-    size_t at = 0;
-    size_t end = 0;
-    wchar_t unit = 0;      // '\r' for a line end, '\v' for a soft one, 0 for a character of a code page
-    bool isExact = false;  // written as \u
-};
-
-// The characters of a rich text one after another.
-class ShownReader {
-public:
-    explicit ShownReader(std::string_view rtf) : rtf_(rtf) {}
-
-    // False at the end.
-    bool Next(Shown* shown) {
-        while (at_ < rtf_.size()) {
-            *shown = {at_, at_ + 1, static_cast<wchar_t>(rtf_[at_]), false};
-            const bool shows = Read(shown);
-            at_ = shown->end;
-            if (shows) return true;
-        }
-        return false;
-    }
-
-private:
-    bool Read(Shown* shown) const {
-        switch (rtf_[at_]) {
-            case '\\': return ReadControl(shown);
-            case '{':
-                if (HasNoText()) shown->end = at_ + RtfGroupLength(rtf_, at_);
-                return false;
-            case '}':
-            case '\r':
-            case '\n': return false;
-            default: return true;
-        }
-    }
-
-    bool ReadControl(Shown* shown) const {
-        const RtfWord word = RtfWordAt(rtf_, at_);
-        *shown = {at_, word.end, UnitOf(word.name), false};
-        if (word.name.empty()) {
-            const char sign = at_ + 1 < rtf_.size() ? rtf_[at_ + 1] : '\0';
-            if (sign == '\'') shown->end = std::min(rtf_.size(), at_ + 4);
-            if (sign == '\\' || sign == '{' || sign == '}') shown->unit = static_cast<wchar_t>(sign);
-            return sign == '\'' || shown->unit != 0;
-        }
-        if (word.name == "u") {
-            *shown = {at_, EndOfRtfFallback(rtf_, word.end), static_cast<wchar_t>(word.number), true};
-            return true;
-        }
-        return shown->unit != 0;
-    }
-
-    static wchar_t UnitOf(std::string_view word) {
-        if (word == "par") return L'\r';
-        if (word == "line") return L'\v';
-        return word == "tab" ? L'\t' : L'\0';
-    }
-
-    bool HasNoText() const {
-        constexpr std::array<std::string_view, 5> kSilent = {"fonttbl", "colortbl", "stylesheet", "info", "pict"};
-        return rtf_.substr(at_).starts_with("{\\*") ||
-               std::any_of(kSilent.begin(), kSilent.end(),
-                           [&](std::string_view name) { return OpensRtfGroup(rtf_, at_, name); });
-    }
-
-    std::string_view rtf_;
-    size_t at_ = 0;
-};
-
 // Line ends as one character.
 std::wstring WithShortLineEnds(std::wstring_view text) {
     std::wstring units;
@@ -151,7 +80,7 @@ std::wstring WithShortLineEnds(std::wstring_view text) {
     return units;
 }
 
-bool CanStandFor(const Shown& shown, wchar_t unit) {
+bool CanStandFor(const RtfCharacter& shown, wchar_t unit) {
     if (shown.unit == L'\v') return unit == L'\v' || unit == L'\r' || unit == L' ';  // rich edits differ
     if (IsAscii(unit) || shown.isExact) return shown.unit == unit;
     return shown.unit != L'\r' && shown.unit != L'\t';
@@ -159,8 +88,8 @@ bool CanStandFor(const Shown& shown, wchar_t unit) {
 
 // The last line end is the writer's.
 bool RunsBeside(std::string_view rtf, std::wstring_view units) {
-    ShownReader reader(rtf);
-    Shown shown;
+    RtfCharacters reader(rtf);
+    RtfCharacter shown;
     for (const wchar_t unit : units)
         if (!reader.Next(&shown) || !CanStandFor(shown, unit)) return false;
     return !reader.Next(&shown) || (shown.unit == L'\r' && !reader.Next(&shown));
@@ -200,8 +129,8 @@ std::string MendedRtf(std::string rtf, std::wstring_view text) {
     if (!RunsBeside(rtf, units)) return rtf;
     std::string mended;
     mended.reserve(rtf.size() + rtf.size() / 4);
-    ShownReader reader(rtf);
-    Shown shown;
+    RtfCharacters reader(rtf);
+    RtfCharacter shown;
     size_t copied = 0;
     for (const wchar_t unit : units) {
         reader.Next(&shown);

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 namespace {
 
@@ -11,6 +13,18 @@ struct Case {
     std::string damaged;
     std::string sound;
 };
+
+// Of 24 bits, with `rows` rows of pixels.
+std::string Bitmap(int32_t width, int32_t height, int rows) {
+    std::string bytes(40 + static_cast<size_t>(rows) * ((width * 3 + 3) / 4 * 4), '\0');
+    const int32_t head[] = {40, width, height, 24 << 16 | 1};
+    std::memcpy(bytes.data(), head, sizeof(head));
+    std::string hex;
+    for (const char byte : bytes)
+        for (const int digit : {byte >> 4 & 15, byte & 15})
+            hex += "0123456789abcdef"[digit];
+    return hex;
+}
 
 }  // namespace
 
@@ -44,6 +58,19 @@ TEST(RtfGuardTest, RepairsWhatIsDamaged) {
         {"a metafile without records", "{\\rtf1 a{\\pict\\wmetafile8 010009000003}b}", "{\\rtf1 ab}"},
         {"an empty enhanced metafile", "{\\rtf1 a{\\pict\\emfblip}b}", "{\\rtf1 ab}"},
         {"a bitmap without pixels", "{\\rtf1 a{\\pict\\dibitmap0 28000000}b}", "{\\rtf1 ab}"},
+        {"a tab before the line", "{\\rtf1 \\tx-1 a\\tab b}", "{\\rtf1 a\\tab b}"},
+        {"a tab nowhere", "{\\rtf1\\tx0\\tx31681\\tx31680 a}", "{\\rtf1\\tx31680 a}"},
+        {"letters of no size", "{\\rtf1\\fs0\\fs-18\\fs4000\\fs18 a}", "{\\rtf1\\fs18 a}"},
+        {"a margin behind the moon", "{\\rtf1\\li-999999999 a}", "{\\rtf1a}"},
+        {"a table", "{\\rtf1\\trowd\\trgaph70\\cellx100\\clvertalt\\cellx-5\\intbl a\\cell b\\cell\\row c}",
+         "{\\rtf1a\\tab b\\tab \\par c}"},
+        {"a picture in a picture", "{\\rtf1 a{\\pict{\\pict 00}}b}", "{\\rtf1 ab}"},
+        {"bytes in a picture", "{\\rtf1 a{\\pict{\\*\\x \xE9}00}b}", "{\\rtf1 ab}"},
+        {"a bitmap of no height", "{\\rtf1 a{\\pict\\dibitmap0 " + Bitmap(1, 0, 1) + "}b}", "{\\rtf1 ab}"},
+        {"a bitmap higher than its pixels", "{\\rtf1 a{\\pict\\dibitmap0 " + Bitmap(1, 2, 1) + "}b}", "{\\rtf1 ab}"},
+        {"one upside down", "{\\rtf1 a{\\pict\\dibitmap0 " + Bitmap(1, -2, 1) + "}b}", "{\\rtf1 ab}"},
+        {"one higher than any screen", "{\\rtf1 a{\\pict\\dibitmap0 " + Bitmap(1, 0x8001, 0x8001) + "}b}",
+         "{\\rtf1 ab}"},
         {"NUL bytes", std::string("{\\rtf1 a\0b}", 11), "{\\rtf1 ab}"},
         {"a NUL after a backslash", std::string("{\\rtf1 a\\\0b}", 12), "{\\rtf1 ab}"},
     };
@@ -92,6 +119,28 @@ TEST(RtfGuardTest, LeavesOutGroupsThatAreTooDeep) {
     EXPECT_EQ(sound.find('x'), std::string::npos);
     EXPECT_NE(sound.find('b'), std::string::npos);
     EXPECT_EQ(std::count(sound.begin(), sound.end(), '{'), std::count(sound.begin(), sound.end(), '}'));
+}
+
+TEST(RtfGuardTest, KeepsBitmapsOfEitherDirection) {
+    for (const int32_t height : {2, -2, 0x8000}) {
+        const std::string sound = "{\\rtf1 {\\pict\\dibitmap0 " + Bitmap(1, height, std::abs(height)) + "}}";
+        EXPECT_EQ(SoundRtf(sound), sound) << height;
+    }
+}
+
+TEST(RtfGuardTest, KeepsGroupsUpToTheDeepest) {
+    const auto nested = [](int groups) {  // counting the outermost
+        return "{\\rtf1 " + std::string(groups - 1, '{') + "x" + std::string(groups, '}');
+    };
+    EXPECT_EQ(SoundRtf(nested(24)), nested(24));
+    std::string without = nested(24);
+    std::erase(without, 'x');
+    EXPECT_EQ(SoundRtf(nested(25)), without);
+    const std::string picture = "{\\pict 00}";
+    EXPECT_NE(SoundRtf("{\\rtf1 " + std::string(22, '{') + picture + std::string(23, '}')).find("pict"),
+              std::string::npos);
+    EXPECT_EQ(SoundRtf("{\\rtf1 " + std::string(23, '{') + picture + std::string(24, '}')).find("pict"),
+              std::string::npos);
 }
 
 TEST(RtfGuardTest, IsBalancedForAnyCut) {
