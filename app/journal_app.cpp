@@ -55,6 +55,7 @@ bool JournalApp::InitInstance(HINSTANCE instance, int showFlag) {
     if (lock.IsActive()) GetMainWindow()->SetForeground();
     ::SetFocus(focus);
     GetMainWindow()->Update();
+    GetMainWindow()->PostMessage(MainWindow::kOfferUnsaved);
     return true;
 }
 

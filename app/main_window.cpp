@@ -7,6 +7,7 @@
 #include "data/db_journal.h"
 #include "data/link_message.h"
 #include "editor/entry_editor.h"
+#include "editor/unsaved_entries.h"
 #include "filter/filter_settings.h"
 #include "filter/registry_filter_store.h"
 #include "res/ids.h"
@@ -51,8 +52,9 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     switch (message) {
         case WM_CREATE: return OnCreate();
         case WM_DESTROY: return OnDestroy();
-        case WM_CLOSE:
-        case kHibernate: return OnClose();
+        case WM_CLOSE: return OnClose(true);
+        case kHibernate: return OnClose(false);
+        case kOfferUnsaved: return OnOfferUnsaved();
         case WM_SETTINGCHANGE: return OnSettingChange(wparam, lparam);
         case WM_MEASUREITEM:
             return contextMenu_ ? contextMenu_->Measure(reinterpret_cast<MEASUREITEMSTRUCT*>(lparam)) : FALSE;
@@ -105,11 +107,29 @@ RECT MainWindow::ListPlace() const {
     return client;
 }
 
-LRESULT MainWindow::OnClose() {
+LRESULT MainWindow::OnClose(bool asks) {
+    if (asking_) return 0;
     EntryEditor::FinishOpen();  // the shell may close the program while an entry is being edited
+    // Behind the password nobody is told what is in the journal.
+    if (asks && IsVisible()) {
+        asking_ = true;
+        const bool closes = MayCloseUnsaved(*this);
+        asking_ = false;
+        if (!closes || !IsWindow()) return 0;
+    }
     journal_.Close();
     selection_.Clear();
     Destroy();
+    return 0;
+}
+
+LRESULT MainWindow::OnOfferUnsaved() {
+    if (!asking_ && IsVisible() && IsEnabled()) {
+        asking_ = true;
+        const bool wanted = WantsUnsaved(*this);
+        asking_ = false;
+        if (wanted && IsWindow()) OnCommandId(IDM_NEW_ENTRY);
+    }
     return 0;
 }
 

@@ -25,6 +25,8 @@ public:
     static constexpr UINT kBusyMessage = 1125;
     // Sent by the shell when memory is short: the program closes.
     static constexpr UINT kHibernate = 1023;
+    // Posted at the start, once the window is seen: an entry that could not be stored the last time is offered.
+    static constexpr UINT kOfferUnsaved = WM_APP + 1;
 
     // All three must outlive the object.
     MainWindow(DbJournal& journal, SelectionMemory& selection, FilterSettings& filter);
@@ -40,7 +42,8 @@ private:
     // ---- Messages ----
     LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam);
     LRESULT OnCreate();
-    LRESULT OnClose();
+    LRESULT OnClose(bool asks);
+    LRESULT OnOfferUnsaved();
     LRESULT OnDestroy();
     LRESULT OnSettingChange(WPARAM wparam, LPARAM lparam);
     LRESULT OnNotify(NMHDR* header);
@@ -90,4 +93,5 @@ private:
     FilterSettings& filter_;
     FindRequest find_;
     bool comInitialised_ = false;
+    bool asking_ = false;  // what is to become of entries that could not be stored
 };

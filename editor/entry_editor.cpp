@@ -182,10 +182,9 @@ void EntryEditor::WriteEntry() {
     if (!IsStored()) id_ = 0;
     const std::vector<CEOID> before = ReadEntryCategories(journal_, id_);
     id_ = journal_.Write(id_, &fields_);
-    if (!id_) {
-        KeepUnsaved(fields_);
-        return;
-    }
+    if (!id_) KeepUnsaved(fields_);
+    if (unsaved_) ForgetUnsaved();
+    if (!id_) return;
     journal_.SetFlags(id_, kRecordFlagsWritten);
     UpdateCategoryUses(before, ReadCategoryBlob(*FindFieldByPropID(fields_, kPropCategories)->GetBlob()));
 }

@@ -66,7 +66,8 @@ void EntryForm::Layout() {
 
 // A new entry goes on with what could not be saved before; that of a Pocket Outlook item has its own values.
 void EntryForm::ReadNew(bool hasValues) {
-    if (!hasValues && TakeUnsaved(&fields_)) {
+    unsaved_ = !hasValues && ReadUnsaved(&fields_);
+    if (unsaved_) {
         modified_ = true;
     } else {
         journal_.Read(0, &fields_);

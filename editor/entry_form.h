@@ -49,6 +49,8 @@ protected:
     DbJItem* bodyField_ = nullptr;  // null when the journal defines none
     bool modified_ = false;         // OK writes the entry, whether or not a field has another value
 
+    bool unsaved_ = false;  // the fields are the oldest of those that are kept unsaved
+
     TabControl tabs_;
     FieldList list_;
     NoteBody body_;

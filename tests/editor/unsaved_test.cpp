@@ -3,6 +3,9 @@
 
 #include <storefault.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "data/category_blob.h"
 #include "data/db_cats.h"
 #include "editor/unsaved_entries.h"
@@ -12,16 +15,22 @@
 
 class UnsavedTest : public EditorScreen {
 protected:
-    ~UnsavedTest() override {
-        CeClearFaults();
-        TSList<DbJItem> fields;
-        while (TakeUnsaved(&fields)) {
-        }
-    }
+    ~UnsavedTest() override { CeClearFaults(); }
 
     CEOID AddNamed(const wchar_t* subject) {
         return AddEntry(
             [&](TSList<DbJItem>& fields) { FindFieldByPropID(fields, kPropSubject)->SetStrValue(subject); });
+    }
+
+    std::wstring UnsavedFile() const { return store_.File() + L".unsaved"; }
+
+    // What the journal keeps is read anew from its file, as the next start does.
+    void StartAnew() const {
+        const std::wstring path = store_.File();
+        SetEnvironmentVariableW(L"CE_OBJECT_STORE", (path + L".other").c_str());
+        TSList<DbJItem> fields;
+        EXPECT_FALSE(ReadUnsaved(&fields));
+        SetEnvironmentVariableW(L"CE_OBJECT_STORE", path.c_str());
     }
 
     // The write of the next OK finds no room.
@@ -125,6 +134,108 @@ TEST_F(UnsavedTest, TwoFailedWritesAreBothKept) {
     EXPECT_EQ(StoredText(first, kPropSubject), L"First");
     EXPECT_EQ(StoredText(second, kPropSubject), L"Second");
     EXPECT_EQ(Edit(0, [] {}), 0u);
+}
+
+TEST_F(UnsavedTest, WhatCouldNotBeWrittenIsThereAtTheNextStart) {
+    FillDisk();
+    Edit(0, [&] {
+        Retype(EditOf(Editor()), L"First");
+        GoToNote();
+        SendMessageW(Body(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L"Dear diary"));
+    });
+    StartAnew();
+    EXPECT_NE(GetFileAttributesW(UnsavedFile().c_str()), INVALID_FILE_ATTRIBUTES);
+    FillDisk();  // once more: it stays
+    Edit(0, [&] { EXPECT_EQ(RowText(kFieldBody), L"Dear diary"); });
+    StartAnew();
+    const CEOID id = Edit(0, [] {});
+    EXPECT_EQ(StoredText(id, kPropSubject), L"First");
+    EXPECT_EQ(StoredBody(id), L"Dear diary");
+    EXPECT_EQ(GetFileAttributesW(UnsavedFile().c_str()), INVALID_FILE_ATTRIBUTES);
+    StartAnew();
+    EXPECT_EQ(Edit(0, [] {}), 0u);
+}
+
+TEST_F(UnsavedTest, WhatIsGoneOnWithStaysInTheFileUntilItIsStored) {
+    FillDisk();
+    Edit(0, [&] { Retype(EditOf(Editor()), L"First"); });
+    Edit(0, [&] {
+        StartAnew();  // as if the program were killed here
+        TSList<DbJItem> fields;
+        EXPECT_TRUE(ReadUnsaved(&fields));
+    });
+    TSList<DbJItem> fields;
+    EXPECT_FALSE(ReadUnsaved(&fields));
+}
+
+TEST_F(UnsavedTest, AnotherEntryThatIsStoredForgetsNothing) {
+    FillDisk();
+    Edit(0, [&] { Retype(EditOf(Editor()), L"First"); });
+    const CEOID id = AddNamed(L"Lunch");
+    Edit(id, [&] { Retype(EditOf(Editor()), L"Late lunch"); });
+    TSList<DbJItem> fields;
+    EXPECT_TRUE(ReadUnsaved(&fields));
+}
+
+TEST_F(UnsavedTest, ClosingAsksAndTellsWhetherItIsKept) {
+    EXPECT_TRUE(MayCloseUnsaved(stage_.Owner()));  // nothing to ask for
+    EXPECT_FALSE(WantsUnsaved(stage_.Owner()));
+    FillDisk();
+    Edit(0, [&] { Retype(EditOf(Editor()), L"First"); });
+    const std::wstring kept = L"Not stored: First\nThe next start offers it again.\nClose all the same?";
+    boxes_.Expect(L"Quillon Journal", kept, IDNO);
+    EXPECT_FALSE(MayCloseUnsaved(stage_.Owner()));
+    boxes_.Expect(L"Quillon Journal", kept, IDYES);
+    EXPECT_TRUE(MayCloseUnsaved(stage_.Owner()));
+    boxes_.Expect(L"Quillon Journal", L"Not stored: First\nGo on with it now?", IDYES);
+    EXPECT_TRUE(WantsUnsaved(stage_.Owner()));
+}
+
+TEST_F(UnsavedTest, WithoutRoomForItsFileTheUserIsTold) {
+    CreateDirectoryW((UnsavedFile() + L".new").c_str(), nullptr);  // in the way of the file
+    FillDisk();
+    Edit(0, [&] { Retype(EditOf(Editor()), L"First"); });
+    boxes_.Expect(L"Quillon Journal",
+                  L"Not stored: First\nThere is no room to keep it: it will be lost.\nClose all the same?", IDNO);
+    EXPECT_FALSE(MayCloseUnsaved(stage_.Owner()));
+    RemoveDirectoryW((UnsavedFile() + L".new").c_str());
+    boxes_.Expect(L"Quillon Journal", L"Not stored: First\nThe next start offers it again.\nClose all the same?", IDNO);
+    EXPECT_FALSE(MayCloseUnsaved(stage_.Owner()));  // tried once more
+    StartAnew();
+    TSList<DbJItem> fields;
+    EXPECT_TRUE(ReadUnsaved(&fields));
+}
+
+TEST_F(UnsavedTest, ManyAndLongSubjectsFitABox) {
+    for (const wchar_t* subject : {L"", L"Lunch", L"0123456789012345678901234567890123456789x", L"d", L"e"}) {
+        TSList<DbJItem> fields;
+        journal_.Initialize(&fields);
+        FindFieldByPropID(fields, kPropSubject)->SetStrValue(subject);
+        KeepUnsaved(fields);
+    }
+    boxes_.Expect(L"Quillon Journal",
+                  L"Not stored: No Subject; Lunch; 0123456789012345678901234567890123456789...; ...\n"
+                  L"Go on with it now?",
+                  IDNO);
+    EXPECT_FALSE(WantsUnsaved(stage_.Owner()));
+}
+
+TEST_F(UnsavedTest, ADamagedFileIsSetAsideAndItsSoundEntriesAreOffered) {
+    for (const wchar_t* subject : {L"First", L"Second"}) {
+        TSList<DbJItem> kept;
+        journal_.Initialize(&kept);
+        FindFieldByPropID(kept, kPropSubject)->SetStrValue(subject);
+        KeepUnsaved(kept);
+    }
+    std::fstream file(std::filesystem::path(UnsavedFile()), std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(30);  // in the first entry
+    file.put('\x7F');
+    file.close();
+    StartAnew();
+    TSList<DbJItem> fields;
+    ASSERT_TRUE(ReadUnsaved(&fields));
+    EXPECT_EQ(std::wstring(FindFieldByPropID(fields, kPropSubject)->GetStrValue()), L"Second");
+    EXPECT_NE(GetFileAttributesW((UnsavedFile() + L".damaged").c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
 TEST_F(UnsavedTest, APocketOutlookItemDoesNotGetIt) {
