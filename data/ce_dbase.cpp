@@ -37,6 +37,13 @@ BOOL CeDbase::Create(const wchar_t* name, DWORD type, WORD sortOrders, SORTORDER
     return FALSE;
 }
 
+BOOL CeDbase::CreateIfMissing(const wchar_t* name, DWORD type, WORD sortOrders, SORTORDERSPEC* sortOrder) {
+    oid_ = CeCreateDatabase(name, type, sortOrders, sortOrder);
+    if (oid_ || GetLastError() == ERROR_DUP_NAME) return TRUE;
+    ReportError(kLineCreate, kModule);
+    return FALSE;
+}
+
 BOOL CeDbase::Open(const wchar_t* name, CEPROPID sort, DWORD flags, HWND notify) {
     if (OpenHandle(name, sort, flags, notify)) return TRUE;
     if (GetLastError() != ERROR_INVALID_PARAMETER) ReportError(kLineOpen, kModule);
@@ -89,14 +96,17 @@ BOOL CeDbase::SetSortOrder(const SORTORDERSPEC* order, WORD orders) {
     change.wNumSortOrder = orders;
     change.rgSortSpecs[0] = *order;
     oid_ = 0;  // so that the opening below goes by name
-    if (!CeSetDatabaseInfo(oid, &change) && GetLastError() == ERROR_INVALID_PARAMETER) {
+    const DWORD failure = CeSetDatabaseInfo(oid, &change) ? ERROR_SUCCESS : GetLastError();
+    if (failure == ERROR_INVALID_PARAMETER) {
         const KeepLastError keep;
         MessageBoxW(nullptr, L"Database Inuse by another process\nOperation halted!", L"Database Error", MB_ICONHAND);
         OpenHandle(name, oldSort, 0, notify);
         return FALSE;
     }
-    // Whether any other failure left the new order behind shows here.
+    // Whether any other failure left the new order behind shows here. If it didn't, that failure is what there is to
+    // tell, and not that there is no such order.
     if (OpenHandle(name, order->propid, 0, notify)) return TRUE;
+    if (failure != ERROR_SUCCESS) SetLastError(failure);
     ReportError(kLineSetSortOrder, kModule);
     const KeepLastError keep;
     OpenHandle(name, oldSort, 0, notify);

@@ -90,6 +90,10 @@ public:
     BOOL Scan(WORD count, const CEPROPID* ids, CeScanVisitor visit, void* context);
 
 protected:
+    // Create, for a database that another process may be making at the same moment: TRUE also when one of that name is
+    // there. Then GetOid answers 0 until it is opened.
+    BOOL CreateIfMissing(const wchar_t* name, DWORD type, WORD sortOrders, SORTORDERSPEC* sortOrder);
+
     DWORD busy_ = 0;  // 1 while a derived class does something in several steps
 
 private:

@@ -195,8 +195,7 @@ BOOL DbCategories::WriteNumber(CEOID category, CEPROPID propid, short value) {
 BOOL DbCategories::ChangeUses(CEOID category, int change) {
     std::optional<short> uses;
     if (!ReadNumber(*this, category, kPropCategoryJournalUses, &uses)) return FALSE;
-    int sum = kMostUses;
-    if (uses != kMostUses) sum = std::clamp(std::max<int>(uses.value_or(0), 0) + change, 0, int{kMostUses});
+    const int sum = std::clamp(std::max<int>(uses.value_or(0), 0) + change, 0, int{kMostUses});
     return WriteNumber(category, kPropCategoryJournalUses, static_cast<short>(sum));
 }
 

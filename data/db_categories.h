@@ -46,9 +46,7 @@ public:
     // is no such category.
     BOOL AddUse(CEOID category) { return ChangeUses(category, 1); }
     BOOL ReleaseUse(CEOID category) { return ChangeUses(category, -1); }
-    // The same for many entries at once. The count never goes below 0. One that has reached 32,767, the most its type
-    // holds, stays there: how many it would have to be is not known any more, and a category that is wrongly unused
-    // could be deleted under its entries.
+    // The same for many entries at once. The count never goes below 0, nor above 32,767, the most its type holds.
     BOOL ChangeUses(CEOID category, int change);
     // Sets the journal's count of every category that has one to 0; answers how many had.
     int ResetUses();

@@ -23,15 +23,18 @@ int DbJournal::Open(HWND notify) {
     SORTORDERSPEC orders[CEDB_MAXSORTORDER] = {SortKeyForField(kFieldStart)};
     if (!Exists(kJournalDatabase)) {
         if (GetLastError() != ERROR_FILE_NOT_FOUND) return 0;
-        if (!Create(kJournalDatabase, kDatabaseType, 1, orders)) return 0;
-    } else {
-        // People choose the order and it stays with the database; it can be opened in no other.
-        if (!CeDbase::Open(kJournalDatabase, 0, 0, nullptr)) return 0;
-        orders[0].propid = 0;
-        GetSortOrders(orders);
-        Close();
+        if (!CreateIfMissing(kJournalDatabase, kDatabaseType, 1, orders)) return 0;
     }
-    return CeDbase::Open(kJournalDatabase, orders[0].propid, 0, notify);
+    // People choose the order and it stays with the database; it can be opened in no other.
+    if (!CeDbase::Open(kJournalDatabase, 0, 0, nullptr)) return 0;
+    orders[0].propid = 0;
+    GetSortOrders(orders);
+    CEOID oid = GetOid();
+    const HANDLE held = CeOpenDatabase(&oid, nullptr, 0, 0, nullptr);  // until the end nobody can choose another
+    Close();
+    const BOOL opened = CeDbase::Open(kJournalDatabase, orders[0].propid, 0, notify);
+    if (held != INVALID_HANDLE_VALUE) CloseHandle(held);
+    return opened;
 }
 
 int DbJournal::Initialize(TSList<DbJItem>* fields) {

@@ -21,8 +21,11 @@
 // 1018 ERROR_KEY_DELETED         the current record was deleted; a database was deleted during an enumeration
 // and for the store's file itself:
 //    5 ERROR_ACCESS_DENIED       it (or its folder) may not be opened or made
+//  206 ERROR_FILENAME_EXCED_RANGE  CE_OBJECT_STORE names a path that is too long
 //   19 ERROR_WRITE_PROTECT       it is read-only: reading works, every write answers this
-//   33 ERROR_LOCK_VIOLATION      another process has been writing for more than five seconds
+//   33 ERROR_LOCK_VIOLATION      another process has been writing for more than five seconds, or has the store for
+//   itself,
+//                                because the disk was full when it opened it
 // 1117 ERROR_IO_DEVICE           reading or writing it failed
 // 1392 ERROR_FILE_CORRUPT        it is damaged, or no store at all; it is left as it is
 // 1306 ERROR_REVISION_MISMATCH   a newer version of this program made it; it is left as it is
@@ -245,6 +248,11 @@ CEHOST_API CEOID CeWriteRecordProps(HANDLE database, CEOID record, WORD count, c
 CEHOST_API BOOL CeDeleteRecord(HANDLE database, CEOID record);
 
 // --- The store itself (ours; a device has no such call) --------------------------------------------------------------
+
+// Opens the store, if it isn't, and tells what keeps this process from writing: 0, 19 for a read-only file, or 112 when
+// there was no room on the disk at the opening and nothing was written since. Reading works with each. FALSE when the
+// store cannot be opened.
+CEHOST_API BOOL CeObjectStoreLimit(LPDWORD limit);
 
 // Closes the store's file, so that it can be copied or replaced; the next call opens it anew, where CE_OBJECT_STORE
 // then says. FALSE with 32 while this process has a handle or a batch open.

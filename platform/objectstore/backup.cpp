@@ -99,7 +99,6 @@ void CopyPages(Connection& from, const std::wstring& target) {
 void CheckCopy(const std::wstring& path) {
     std::recursive_mutex lock;
     Session copy(path, lock);
-    copy.Refresh();
     if (!CheckStore(copy, [](const std::wstring&) {})) Fail(ERROR_FILE_CORRUPT);
 }
 

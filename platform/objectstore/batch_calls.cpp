@@ -53,7 +53,7 @@ BOOL CeCancelBatch() {
 
 BOOL CeCheckObjectStore(CeCheckReport report, void* context) {
     return Call("CeCheckObjectStore", FALSE, [&](Store& store) {
-        const bool sound = store::CheckStore(store.Fresh(), [&](const std::wstring& problem) {
+        const bool sound = store::CheckStore(store.Open(), [&](const std::wstring& problem) {
             if (report) report(problem.c_str(), context);
         });
         if (!sound) Fail(ERROR_FILE_CORRUPT);

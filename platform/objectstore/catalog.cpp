@@ -4,33 +4,13 @@
 #include <cstdio>
 #include <cstring>
 #include <set>
-#include <sstream>
 
+#include "platform/objectstore/database_rules.h"
 #include "platform/objectstore/sort_key.h"
 #include "platform/objectstore/store_error.h"
 
 namespace store {
 namespace {
-
-constexpr size_t kMostColumns = 1900;  // SQLite's limit is 2000
-
-std::string OrdersToText(const std::vector<SORTORDERSPEC>& orders) {
-    std::string text;
-    for (const SORTORDERSPEC& order : orders) {
-        text += std::to_string(order.propid) + ":" + std::to_string(order.dwFlags) + " ";
-    }
-    return text;
-}
-
-std::vector<SORTORDERSPEC> OrdersFromText(const std::string& text) {
-    std::vector<SORTORDERSPEC> orders;
-    std::istringstream stream(text);
-    SORTORDERSPEC order = {};
-    char colon = 0;
-    while (stream >> order.propid >> colon >> order.dwFlags)
-        orders.push_back(order);
-    return orders;
-}
 
 bool SameOrders(const std::vector<SORTORDERSPEC>& a, const std::vector<SORTORDERSPEC>& b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const SORTORDERSPEC& x, const SORTORDERSPEC& y) {
@@ -42,10 +22,20 @@ Bytes BytesOf(const std::wstring& text) {
     return {text.data(), static_cast<int>(text.size() * sizeof(wchar_t))};
 }
 
-std::wstring WideOf(Bytes bytes) {
+// A database's name as the file has it.
+std::wstring CheckedName(Bytes bytes) {
+    constexpr int kMost = (CEDB_MAXDBASENAMELEN - 1) * sizeof(wchar_t);
+    if (bytes.size == 0 || bytes.size > kMost || bytes.size % sizeof(wchar_t) != 0) Fail(ERROR_FILE_CORRUPT);
     std::wstring text(static_cast<size_t>(bytes.size) / sizeof(wchar_t), L'\0');
     std::memcpy(text.data(), bytes.data, text.size() * sizeof(wchar_t));
     return text;
+}
+
+// A number as the file has it; anything else, or one out of its range, means that the file is damaged.
+int64_t CheckedNumber(const Statement& row, int column, int64_t least, int64_t most) {
+    const int64_t number = row.Number(column);
+    if (!row.IsNumber(column) || number < least || number > most) Fail(ERROR_FILE_CORRUPT);
+    return number;
 }
 
 std::string Numeral(int64_t number) {
@@ -92,35 +82,54 @@ void Catalog::Reload() {
               "SELECT d.oid, d.name, d.type, d.orders, d.flags, c.value, c.changes, c.modified "
               "FROM database AS d JOIN counter AS c ON c.oid = d.oid");
     while (all.Step()) {
-        const auto oid = static_cast<CEOID>(all->Number(0));
+        const Statement& row = *all.operator->();
+        const auto oid = static_cast<CEOID>(CheckedNumber(row, 0, 1, MAXDWORD));
         there.insert(oid);
         auto& database = databases_[oid];
         if (!database) database = std::make_unique<Database>();
         database->oid = oid;
-        database->name = WideOf(all->Blob(1));
-        database->type = static_cast<DWORD>(all->Number(2));
-        database->flags = static_cast<DWORD>(all->Number(4));
-        database->count = static_cast<uint32_t>(all->Number(5));
-        database->modified = all->Number(7);
-        const auto orders = OrdersFromText(all->Text(3));
-        if (!SameOrders(orders, database->orders) || database->indexes.empty()) {
-            database->orders = orders;
-            MakeIndexes(*database);
-        }
-        if (database->changes != all->Number(6)) {
-            for (const auto& index : database->indexes)
-                index->Forget();
-        }
-        database->changes = all->Number(6);
-        std::map<CEPROPID, Column> columns;
-        Query properties(connection_, "SELECT property, outside FROM property WHERE database=?");
-        properties << int64_t{oid};
-        while (properties.Step())
-            columns[static_cast<CEPROPID>(properties->Number(0))] = {properties->Number(1) != 0};
+        TakeRow(row, *database);
+        std::map<CEPROPID, Column> columns = ReadColumns(oid);
         if (columns.size() != database->columns.size()) database->plans.clear();
         database->columns = std::move(columns);
     }
     std::erase_if(databases_, [&](const auto& entry) { return !there.contains(entry.first); });
+}
+
+// Other parts rely on every limit here.
+void Catalog::TakeRow(const Statement& row, Database& database) {
+    std::wstring name = CheckedName(row.Blob(1));
+    std::vector<SORTORDERSPEC> orders;
+    if (name.find(L'\0') != name.npos || !OrdersFromText(row.Text(3), &orders)) Fail(ERROR_FILE_CORRUPT);
+    database.name = std::move(name);
+    database.type = static_cast<DWORD>(CheckedNumber(row, 2, 0, MAXDWORD));
+    database.flags = static_cast<DWORD>(CheckedNumber(row, 4, 0, MAXDWORD));
+    database.count = static_cast<uint32_t>(CheckedNumber(row, 5, 0, CEDB_MAXNUMRECORDS));
+    database.modified = CheckedNumber(row, 7, INT64_MIN, INT64_MAX);
+    if (!SameOrders(orders, database.orders) || database.indexes.empty()) {
+        database.orders = std::move(orders);
+        database.plans.clear();
+        MakeIndexes(database);
+    }
+    const int64_t changes = CheckedNumber(row, 6, 0, INT64_MAX / 2);
+    if (database.changes != changes) {
+        for (const auto& index : database.indexes)
+            index->Forget();
+    }
+    database.changes = changes;
+}
+
+std::map<CEPROPID, Column> Catalog::ReadColumns(CEOID database) {
+    std::map<CEPROPID, Column> columns;
+    Query properties(connection_, "SELECT property, outside FROM property WHERE database=?");
+    properties << int64_t{database};
+    while (properties.Step()) {
+        const Statement& row = *properties.operator->();
+        const auto property = static_cast<CEPROPID>(CheckedNumber(row, 0, 0, MAXDWORD));
+        columns[property] = {CheckedNumber(row, 1, 0, 1) != 0};
+        if (!IsKnownType(TypeFromPropID(property)) || columns.size() > kMostColumns) Fail(ERROR_FILE_CORRUPT);
+    }
+    return columns;
 }
 
 void Catalog::MakeIndexes(Database& database) {
@@ -135,7 +144,7 @@ void Catalog::MakeIndexes(Database& database) {
 CEOID Catalog::NewOid() {
     Query next(connection_, "UPDATE counter SET value=value+1 WHERE oid=0 AND value<4294967295 RETURNING value");
     if (!next.Step()) Fail(ERROR_DISK_FULL);
-    const int64_t oid = next->Number(0);
+    const int64_t oid = CheckedNumber(*next.operator->(), 0, 1, MAXDWORD);
     next.Finish();
     return static_cast<CEOID>(oid);
 }
@@ -253,7 +262,9 @@ void Catalog::CountWrite(Database& database, int added) {
     FILETIME now = {};
     GetSystemTimeAsFileTime(&now);
     database.modified = static_cast<int64_t>((uint64_t{now.dwHighDateTime} << 32) | now.dwLowDateTime);
-    database.count = static_cast<uint32_t>(static_cast<int64_t>(database.count) + added);
+    const int64_t records = int64_t{database.count} + added;
+    if (records < 0) Fail(ERROR_FILE_CORRUPT);  // it has counted less than it holds
+    database.count = static_cast<uint32_t>(records);
     ++database.changes;
     Query count(connection_, "UPDATE counter SET value=?, changes=?, modified=? WHERE oid=?");
     count << int64_t{database.count} << database.changes << database.modified << int64_t{database.oid};

@@ -56,7 +56,8 @@ class Catalog {
 public:
     explicit Catalog(Connection& connection) : connection_(connection) {}
 
-    // Reads everything anew. What is kept in memory about a database that nobody changed stays.
+    // Reads everything anew. What is kept in memory about a database that nobody changed stays. Throws
+    // ERROR_FILE_CORRUPT when the file says of a database what cannot be.
     void Reload();
 
     // Forgets everything, compiled statements too.
@@ -81,6 +82,8 @@ public:
     void CountWrite(Database& database, int added);
 
 private:
+    void TakeRow(const Statement& row, Database& database);
+    std::map<CEPROPID, Column> ReadColumns(CEOID database);
     void Save(const Database& database);
     void MakeIndexes(Database& database);
     void TakeInside(Database& database, CEPROPID property);

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "platform/objectstore/record_values.h"
+#include "platform/objectstore/database_rules.h"
 #include "platform/objectstore/seek.h"
 #include "platform/objectstore/store_call.h"
 
@@ -21,9 +21,6 @@ using store::Transaction;
 
 namespace {
 
-constexpr DWORD kSortFlags =
-    CEDB_SORT_DESCENDING | CEDB_SORT_CASEINSENSITIVE | CEDB_SORT_UNKNOWNFIRST | CEDB_SORT_GENERICORDER;
-
 // A name as it is kept: cut to its length, never empty.
 std::wstring CheckedName(LPCWSTR name) {
     if (!name || !*name) Fail(ERROR_INVALID_PARAMETER);
@@ -36,13 +33,7 @@ std::vector<SORTORDERSPEC> CheckedOrders(WORD count, const SORTORDERSPEC* specs)
     while (count > 1 && specs[count - 1].propid == 0)
         --count;
     std::vector<SORTORDERSPEC> orders(specs, specs + count);
-    for (auto order = orders.begin(); order != orders.end(); ++order) {
-        const auto same = [&](const SORTORDERSPEC& other) { return other.propid == order->propid; };
-        if (!store::IsKnownType(TypeFromPropID(order->propid)) || (order->dwFlags & ~kSortFlags) ||
-            std::any_of(orders.begin(), order, same)) {
-            Fail(ERROR_INVALID_PARAMETER);
-        }
-    }
+    if (!store::AreSortOrders(orders)) Fail(ERROR_INVALID_PARAMETER);
     return orders;
 }
 
@@ -52,6 +43,7 @@ Database& FindDatabase(Session& session, CEOID oid) {
     return *database;
 }
 
+// What the catalog holds fits: it takes nothing from the file that doesn't.
 void Describe(const Database& database, CEDBASEINFO& info) {
     info.dwFlags =
         CEDB_VALIDNAME | CEDB_VALIDTYPE | CEDB_VALIDSORTSPEC | CEDB_VALIDMODTIME | CEDB_VALIDDBFLAGS | database.flags;
@@ -210,6 +202,14 @@ BOOL CeCloseHandle(HANDLE handle) {
             Fail(ERROR_INVALID_HANDLE);
         }
         store.Handles().Remove(handle);
+        return TRUE;
+    });
+}
+
+BOOL CeObjectStoreLimit(LPDWORD limit) {
+    return Call("CeObjectStoreLimit", FALSE, [&](Store& store) {
+        if (!limit) Fail(ERROR_INVALID_PARAMETER);
+        *limit = store.Open().Limit();
         return TRUE;
     });
 }

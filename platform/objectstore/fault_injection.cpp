@@ -15,6 +15,8 @@ struct CallFault {
     std::string function;
     DWORD left;  // calls until it strikes, that one included
     DWORD error;
+    void(CALLBACK* call)(void*) = nullptr;  // in place of the error
+    void* context = nullptr;
 };
 
 std::mutex faultLock;
@@ -28,16 +30,21 @@ CeDiskFault diskFault = kCeDiskFull;
 namespace store {
 
 DWORD TakeCallFault(const char* function) {
-    const std::lock_guard lock(faultLock);
+    std::unique_lock lock(faultLock);
     DWORD error = 0;
+    std::vector<CallFault> calls;
     for (auto fault = callFaults.begin(); fault != callFaults.end();) {
         if (fault->function == function && --fault->left == 0) {
             error = fault->error;
+            if (fault->call) calls.push_back(*fault);
             fault = callFaults.erase(fault);
         } else {
             ++fault;
         }
     }
+    lock.unlock();
+    for (const CallFault& fault : calls)
+        fault.call(fault.context);
     if (error == kCeKill) TerminateProcess(GetCurrentProcess(), 1);
     return error;
 }
@@ -59,6 +66,11 @@ const char* StoreVfs() {
 void CeFailCall(LPCSTR function, DWORD nth, DWORD error) {
     const std::lock_guard lock(faultLock);
     callFaults.push_back({function, nth, error});
+}
+
+void CeAtStep(LPCSTR step, DWORD nth, void(CALLBACK* call)(void* context), void* context) {
+    const std::lock_guard lock(faultLock);
+    callFaults.push_back({step, nth, 0, call, context});
 }
 
 void CeFailDisk(DWORD nth, CeDiskFault fault) {

@@ -59,6 +59,11 @@ int Characteristics(sqlite3_file* f) {
     return Real(f)->pMethods->xDeviceCharacteristics(Real(f));
 }
 int ShmMap(sqlite3_file* f, int page, int size, int extend, void volatile** p) {
+    if (extend) {
+        if (const int fault = TakeDiskFault(SQLITE_IOERR_SHMMAP)) {
+            return fault == SQLITE_FULL ? SQLITE_IOERR_SHMSIZE : fault;
+        }
+    }
     return Real(f)->pMethods->xShmMap(Real(f), page, size, extend, p);
 }
 int ShmLock(sqlite3_file* f, int at, int n, int flags) {

@@ -3,6 +3,7 @@
 #include <set>
 
 #include "platform/objectstore/record_values.h"
+#include "platform/objectstore/store_error.h"
 
 namespace store {
 namespace {
@@ -10,9 +11,10 @@ namespace {
 class Check {
 public:
     Check(Session& session, const std::function<void(const std::wstring&)>& report)
-        : connection_(session.Sql()), catalog_(session.Databases()), report_(report) {}
+        : session_(session), connection_(session.Sql()), catalog_(session.Databases()), report_(report) {}
 
     bool Run() {
+        if (!CheckCatalog()) return CheckFile(), false;
         CheckFile();
         for (const auto& [oid, database] : catalog_.All())
             CheckDatabase(*database);
@@ -30,6 +32,17 @@ private:
     int64_t Number(const std::string& sql) {
         Query query(connection_, sql);
         return query.Step() ? query->Number(0) : 0;
+    }
+
+    // What the file says of the databases: whether they can be used at all.
+    bool CheckCatalog() {
+        try {
+            session_.Refresh();
+        } catch (const StoreError& failure) {
+            if (failure.code != ERROR_FILE_CORRUPT) throw;
+            Report("the list of databases is damaged, or says what cannot be");
+        }
+        return sound_;
     }
 
     // The file's structure, and every entry of every index against its record.
@@ -65,6 +78,11 @@ private:
             Report(name + value + " has values of another kind");
         }
         if (!HasBytes(property)) return;
+        const std::string cut = TypeFromPropID(property) == CEVT_LPWSTR ? " OR length(" + value + ")%2=1" : "";
+        if (Number("SELECT count(*)" + from + "typeof(" + value + ")='blob' AND (" + TooLarge(value) + cut + ")") !=
+            0) {
+            Report(name + value + " has values that are too large or cut off");
+        }
         const std::string outside = "typeof(" + value + ")='integer'";
         if (!column.outside && Number("SELECT count(*)" + from + outside) != 0) {
             Report(name + value + " has large values where none should be");
@@ -76,7 +94,15 @@ private:
         references_ += (references_.empty() ? "SELECT " : " UNION ALL SELECT ") + value + " AS id" + from + outside;
     }
 
+    static std::string TooLarge(const std::string& value) {
+        return "length(" + value + ")>" + std::to_string(CEDB_MAXPROPDATASIZE);
+    }
+
     void CheckIds() {
+        if (Number("SELECT count(*) FROM counter WHERE oid=0 AND typeof(value)='integer' AND value BETWEEN 0 AND " +
+                   std::to_string(MAXDWORD)) != 1) {
+            Report("the last id that was given is not known");
+        }
         std::string all = "SELECT oid FROM database";
         for (const auto& [oid, database] : catalog_.All())
             all += " UNION ALL SELECT oid FROM " + database->Table();
@@ -93,8 +119,10 @@ private:
         if (orphans != 0) Report(std::to_string(orphans) + " large values belong to no record");
         const int64_t shared = Number("SELECT count(*)-count(DISTINCT id) FROM (" + used + ")");
         if (shared != 0) Report(std::to_string(shared) + " large values belong to several records");
+        if (Number("SELECT count(*) FROM large WHERE " + TooLarge("value")) != 0) Report("large values are too large");
     }
 
+    Session& session_;
     Connection& connection_;
     Catalog& catalog_;
     const std::function<void(const std::wstring&)>& report_;

@@ -22,7 +22,9 @@ struct Position {
     State state = kEnd;
     CEOID record = 0;
     uint32_t place = 0;  // kOn: where the record was last; kGap without a key: the place of the one that followed
-    std::optional<SortKey> key;  // kGap: the deleted record's, when this process deleted it
+    // The record's key as it was when what this process saw of the file came to its end, so that its place is still
+    // known when another process deletes it. Nothing while that is still to be seen.
+    std::optional<SortKey> key;
 };
 
 struct OpenDatabase {
@@ -49,15 +51,14 @@ public:
     Enumeration* FindEnumeration(HANDLE handle);  // null: not one
     void Remove(HANDLE handle);
 
+    template <class Work>
+    void ForEach(Work work) {
+        for (auto& [handle, open] : databases_)
+            work(*open);
+    }
+
     bool Empty() const { return databases_.empty() && enumerations_.empty(); }
     static bool IsOurs(HANDLE handle);
-
-    template <class Work>
-    void ForEachOn(CEOID database, Work work) {
-        for (auto& [handle, open] : databases_) {
-            if (open->database == database) work(*open);
-        }
-    }
 
 private:
     HANDLE NewHandle() { return reinterpret_cast<HANDLE>(static_cast<ULONG_PTR>((++last_ << 2) | 3)); }

@@ -12,6 +12,12 @@ constexpr unsigned kManySearches = 16;  // from so many on, a table of places is
 
 }  // namespace
 
+CEOID RecordIn(const Statement& row) {
+    const int64_t record = row.Number(0);
+    if (record <= 0 || record > MAXDWORD) Fail(ERROR_FILE_CORRUPT);
+    return static_cast<CEOID>(record);
+}
+
 OrderIndex::OrderIndex(Connection& connection, const std::string& table, const std::string& index,
                        const SORTORDERSPEC& order)
     : connection_(connection),
@@ -35,15 +41,21 @@ void OrderIndex::Forget() {
 }
 
 // Records that have the property and those that lack it are two ranges of the index.
-void OrderIndex::Load(std::vector<CEOID>& into, bool backward, int64_t limit) {
+std::vector<CEOID> OrderIndex::Load(bool backward, int64_t limit) {
+    std::vector<CEOID> records;
     const std::string idOrder = backward ? "oid DESC" : "oid";
     const auto take = [&](const std::string& rest) {
         Query query(connection_, "SELECT oid FROM " + source_ + rest + " LIMIT ?");
-        query << (limit < 0 ? limit : limit - static_cast<int64_t>(into.size()));
-        while (query.Step())
-            into.push_back(static_cast<CEOID>(query->Number(0)));
+        query << (limit < 0 ? limit : limit - static_cast<int64_t>(records.size()));
+        while (query.Step()) {
+            if (records.size() == CEDB_MAXNUMRECORDS) Fail(ERROR_FILE_CORRUPT);
+            records.push_back(RecordIn(*query.operator->()));
+        }
     };
-    if (natural_) return take(" ORDER BY " + idOrder);
+    if (natural_) {
+        take(" ORDER BY " + idOrder);
+        return records;
+    }
     const bool descending = ((order_.dwFlags & CEDB_SORT_DESCENDING) != 0) != backward;
     const bool missingFirst = ((order_.dwFlags & CEDB_SORT_UNKNOWNFIRST) != 0) != backward;
     for (const bool missing : {missingFirst, !missingFirst}) {
@@ -53,21 +65,22 @@ void OrderIndex::Load(std::vector<CEOID>& into, bool backward, int64_t limit) {
             take(" WHERE " + key_ + ">=" + least_ + " ORDER BY " + key_ + (descending ? " DESC, " : ", ") + idOrder);
         }
     }
+    return records;
 }
 
 void OrderIndex::LoadAll() {
     if (whole_) return;
     Forget();
-    Load(all_, false, -1);
+    all_ = Load(false, -1);
     whole_ = true;
 }
 
 CEOID OrderIndex::At(uint32_t place, uint32_t count) {
     if (!whole_) {
-        if (head_.empty() && place < kPiece) Load(head_, false, kPiece);
+        if (head_.empty() && place < kPiece) head_ = Load(false, kPiece);
         if (place < head_.size()) return head_[place];
         const uint32_t fromEnd = count - 1 - place;
-        if (tail_.empty() && fromEnd < kPiece) Load(tail_, true, kPiece);
+        if (tail_.empty() && fromEnd < kPiece) tail_ = Load(true, kPiece);
         if (fromEnd < tail_.size()) return tail_[fromEnd];
         LoadAll();
     }
@@ -81,7 +94,8 @@ std::optional<uint32_t> OrderIndex::Find(CEOID record, uint32_t hint, uint32_t c
         const auto first = std::find(head_.begin(), head_.end(), record);
         if (first != head_.end()) return static_cast<uint32_t>(first - head_.begin());
         const auto last = std::find(tail_.begin(), tail_.end(), record);
-        if (last != tail_.end()) return count - 1 - static_cast<uint32_t>(last - tail_.begin());
+        const auto fromEnd = static_cast<uint32_t>(last - tail_.begin());
+        if (last != tail_.end() && fromEnd < count) return count - 1 - fromEnd;
         LoadAll();
     }
     if (hint < all_.size() && all_[hint] == record) return hint;
@@ -152,7 +166,7 @@ CEOID OrderIndex::SeekValue(const char* comparison, const char* order, const Sto
     } else {
         query << Bytes{key.bytes.data(), static_cast<int>(key.bytes.size())};
     }
-    return query.Step() ? static_cast<CEOID>(query->Number(0)) : 0;
+    return query.Step() ? RecordIn(*query.operator->()) : 0;
 }
 
 CEOID OrderIndex::FirstEqual(const StoredValue& value) {

@@ -17,6 +17,9 @@
 
 namespace store {
 
+// The record's id in the first column of a row; throws ERROR_FILE_CORRUPT when it cannot be one.
+CEOID RecordIn(const Statement& row);
+
 class OrderIndex {
 public:
     // A sort order of the table, through its index.
@@ -27,10 +30,11 @@ public:
     // Everything read is out of date.
     void Forget();
 
-    // The record at a place below count, which is the number of records.
+    // The record at a place below count, which is the number of records. Throws ERROR_FILE_CORRUPT when the order holds
+    // fewer.
     CEOID At(uint32_t place, uint32_t count);
 
-    // A record's place; nothing when the order doesn't hold it. hint: where it was last.
+    // A record's place, which is below count; nothing when the order doesn't hold it. hint: where it was last.
     std::optional<uint32_t> Find(CEOID record, uint32_t hint, uint32_t count);
 
     // The place at which a record with that key and id stands or would stand.
@@ -51,7 +55,8 @@ public:
     bool IsEqual(CEOID record, const StoredValue& value);
 
 private:
-    void Load(std::vector<CEOID>& into, bool backward, int64_t limit);
+    // Throws ERROR_FILE_CORRUPT when the order holds what is no id, or more records than there can be.
+    std::vector<CEOID> Load(bool backward, int64_t limit);
     void LoadAll();
     CEOID SeekValue(const char* comparison, const char* order, const StoredValue& value);
 

@@ -54,12 +54,18 @@ BYTE* MakeRoom(DWORD flags, LPBYTE* buffer, DWORD capacity, size_t needed, LPDWO
 void StepToRecord(Store& store, OpenDatabase& open, Statement& statement) {
     for (;;) {
         if (open.position.state == Position::kEnd) Fail(ERROR_NO_MORE_ITEMS);
-        if (open.position.state == Position::kGap) Fail(ERROR_KEY_DELETED);
+        if (open.position.state == Position::kGap) {
+            if (!open.autoIncrement) Fail(ERROR_KEY_DELETED);
+            SeekSteps(store, open, 1);
+            continue;
+        }
         statement.Reset();
         statement.Bind(1, open.position.record);
         if (statement.Step()) return;
+        // A record that its order still holds is not deleted: the file contradicts itself.
+        const uint32_t count = store.DatabaseOf(open).count;
+        if (store.OrderOf(open).Find(open.position.record, open.position.place, count)) Fail(ERROR_FILE_CORRUPT);
         LeaveDeleted(open);
-        if (open.autoIncrement) SeekSteps(store, open, 1);
     }
 }
 
@@ -96,6 +102,7 @@ CEOID ReadProperties(Store& store, OpenDatabase& open, DWORD flags, LPWORD count
     if (plan.found.size() > MAXWORD) Fail(ERROR_INVALID_PARAMETER);
 
     const size_t needed = BlockSize(plan.found.data(), plan.values);
+    if (needed > MAXLONG) Fail(ERROR_NOT_ENOUGH_MEMORY);
     BYTE* target = MakeRoom(flags, buffer, *buffer ? *size : 0, std::max(needed, sizeof(CEPROPVAL)), size);
     FillBlock(plan.found.data(), plan.values, target);
     *count = static_cast<WORD>(plan.found.size());

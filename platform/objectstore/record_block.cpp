@@ -42,9 +42,12 @@ std::string SelectColumns(const Database& database, const CEPROPID* ids, size_t 
 
 StoredValue ReadValue(const Statement& row, int column, CEPROPID property, LargeValues& large) {
     if (column < 0) return {};
-    const StoredValue value = FromColumn(row, column);
-    if (value.kind != StoredValue::kNumber || !HasBytes(property)) return value;
-    return {StoredValue::kBytes, 0, large.Get(value.number)};
+    StoredValue value = FromColumn(row, column);
+    if (!HasBytes(property)) return value.kind == StoredValue::kNumber ? value : StoredValue{};
+    if (value.kind == StoredValue::kNumber) value = {StoredValue::kBytes, 0, large.Get(value.number)};
+    if (value.bytes.size > CEDB_MAXPROPDATASIZE) return {};
+    if (TypeFromPropID(property) == CEVT_LPWSTR) value.bytes.size &= ~1;
+    return value;
 }
 
 size_t BlockSize(const CEPROPID* properties, const std::vector<StoredValue>& values) {

@@ -22,14 +22,15 @@ public:
     }
     // Whether the visitor wants to go on.
     bool Visit(const store::Statement& row) {
+        const CEOID record = store::RecordIn(row);
         for (size_t i = 0; i < values_.size(); ++i)
             values_[i] = store::ReadValue(row, places_[i], ids_[i], large_);
         const size_t size = store::BlockSize(ids_, values_);
         if (block_.size() < size) block_.resize(size);
         store::FillBlock(ids_, values_, block_.data());
         large_.Release();
-        return visit_(static_cast<CEOID>(row.Number(0)), static_cast<WORD>(values_.size()),
-                      reinterpret_cast<const CEPROPVAL*>(block_.data()), context_) != FALSE;
+        return visit_(record, static_cast<WORD>(values_.size()), reinterpret_cast<const CEPROPVAL*>(block_.data()),
+                      context_) != FALSE;
     }
 
 private:
@@ -48,8 +49,8 @@ void ScanAll(store::Connection& connection, const store::Database& database, Vis
         continue;
 }
 
-void ScanFrom(store::Connection& connection, store::Database& database, CEPROPID sort, DWORD place, Visits& visits) {
-    store::OrderIndex& index = database.Index(database.FindOrder(sort));
+void ScanFrom(store::Connection& connection, const store::Database& database, store::OrderIndex& index, DWORD place,
+              Visits& visits) {
     store::Statement& row =
         connection.Get("SELECT oid" + visits.Columns(database) + " FROM " + database.Table() + " WHERE oid=?");
     const store::ResetAtEnd reset(row);
@@ -70,7 +71,7 @@ BOOL Run(const char* function, HANDLE database, WORD count, const CEPROPID* ids,
         store::Session& session = store.Fresh();
         const store::Scanning scanning(session);
         Visits visits(session.Sql(), count, ids, visit, context);
-        scan(session.Sql(), store.DatabaseOf(open), open, visits);
+        scan(session.Sql(), store.DatabaseOf(open), store.OrderOf(open), visits);
         return TRUE;
     });
 }
@@ -78,14 +79,14 @@ BOOL Run(const char* function, HANDLE database, WORD count, const CEPROPID* ids,
 }  // namespace
 
 BOOL CeScanRecords(HANDLE database, WORD count, const CEPROPID* ids, CeScanVisitor visit, void* context) {
-    const auto scan = [](store::Connection& connection, store::Database& all, const store::OpenDatabase&,
+    const auto scan = [](store::Connection& connection, const store::Database& all, store::OrderIndex&,
                          Visits& visits) { ScanAll(connection, all, visits); };
     return Run("CeScanRecords", database, count, ids, visit, context, scan);
 }
 
 BOOL CeScanRecordsFrom(HANDLE database, DWORD place, WORD count, const CEPROPID* ids, CeScanVisitor visit,
                        void* context) {
-    const auto scan = [place](store::Connection& connection, store::Database& all, const store::OpenDatabase& open,
-                              Visits& visits) { ScanFrom(connection, all, open.sort, place, visits); };
+    const auto scan = [place](store::Connection& connection, const store::Database& all, store::OrderIndex& index,
+                              Visits& visits) { ScanFrom(connection, all, index, place, visits); };
     return Run("CeScanRecordsFrom", database, count, ids, visit, context, scan);
 }

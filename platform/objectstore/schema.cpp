@@ -53,21 +53,24 @@ void CreateSchema(Connection& connection) {
     WriteSetting(connection, "sort version", SortVersion());
 }
 
-void CheckSchema(Connection& connection) {
+DWORD CheckSchema(Connection& connection) {
     if (ReadPragma(connection, "application_id") != kApplication) Fail(ERROR_FILE_CORRUPT);
     if (ReadPragma(connection, "user_version") > kVersion) Fail(ERROR_REVISION_MISMATCH);
     const std::string locale = ReadSetting(connection, "locale");
     if (!UseSortLocale(std::wstring(locale.begin(), locale.end()))) UseSortLocale(L"en-US");
-    if (ReadSetting(connection, "sort version") == SortVersion() || connection.ReadOnly()) return;
-    connection.Run("BEGIN IMMEDIATE");
+    if (connection.ReadOnly()) return ERROR_WRITE_PROTECT;
+    if (ReadSetting(connection, "sort version") == SortVersion()) return ERROR_SUCCESS;
     try {
+        connection.Run("BEGIN IMMEDIATE");
         connection.Run("REINDEX");
         WriteSetting(connection, "sort version", SortVersion());
         connection.Run("COMMIT");
-    } catch (...) {
-        connection.TryRun("ROLLBACK");
-        throw;
+    } catch (const StoreError& failure) {
+        if (connection.InTransaction()) connection.TryRun("ROLLBACK");
+        if (failure.code != ERROR_DISK_FULL) throw;
+        return ERROR_DISK_FULL;
     }
+    return ERROR_SUCCESS;
 }
 
 }  // namespace store

@@ -17,14 +17,11 @@ CEOID StandOn(OpenDatabase& open, CEOID record, uint32_t place) {
     return record;
 }
 
-OrderIndex& IndexOf(Database& database, const OpenDatabase& open) {
-    return database.Index(database.FindOrder(open.sort));
-}
-
-CEOID SeekPlace(Database& database, OpenDatabase& open, int64_t place) {
-    if (place < 0 || place >= int64_t{database.count}) return StandAtEnd(open);
+CEOID SeekPlace(Store& store, OpenDatabase& open, int64_t place) {
+    const uint32_t count = store.DatabaseOf(open).count;
+    if (place < 0 || place >= int64_t{count}) return StandAtEnd(open);
     const auto valid = static_cast<uint32_t>(place);
-    return StandOn(open, IndexOf(database, open).At(valid, database.count), valid);
+    return StandOn(open, store.OrderOf(open).At(valid, count), valid);
 }
 
 // The number from the end, which callers give with either sign.
@@ -39,13 +36,13 @@ bool Exists(Store& store, const Database& database, CEOID record) {
     return query.Step();
 }
 
-CEOID SeekValue(Store& store, Database& database, OpenDatabase& open, DWORD kind, const CEPROPVAL* given) {
+CEOID SeekValue(Store& store, OpenDatabase& open, DWORD kind, const CEPROPVAL* given) {
     if (!given || open.sort == 0 || given->propid != open.sort) Fail(ERROR_INVALID_PARAMETER);
     CEPROPVAL plain = *given;
     plain.wFlags = 0;
     if (!IsWritable(plain)) Fail(ERROR_INVALID_PARAMETER);
     const StoredValue value = Encode(plain);
-    OrderIndex& index = IndexOf(database, open);
+    OrderIndex& index = store.OrderOf(open);
     CEOID record = 0;
     switch (kind) {
         case CEDB_SEEK_VALUEFIRSTEQUAL: record = index.FirstEqual(value); break;
@@ -62,7 +59,7 @@ CEOID SeekValue(Store& store, Database& database, OpenDatabase& open, DWORD kind
 }  // namespace
 
 void SeekFirst(Store& store, OpenDatabase& open) {
-    SeekPlace(store.DatabaseOf(open), open, 0);
+    SeekPlace(store, open, 0);
 }
 
 void LeaveDeleted(OpenDatabase& open) {
@@ -75,17 +72,17 @@ CEOID SeekSteps(Store& store, OpenDatabase& open, int64_t steps) {
     if (at.state == Position::kOn) {
         // Staying needs no place.
         if (steps == 0 && Exists(store, database, at.record)) return at.record;
-        const auto place = IndexOf(database, open).Find(at.record, at.place, database.count);
-        if (place) return SeekPlace(database, open, int64_t{*place} + steps);
+        const auto place = store.OrderOf(open).Find(at.record, at.place, database.count);
+        if (place) return SeekPlace(store, open, int64_t{*place} + steps);
         LeaveDeleted(open);
     }
     if (at.state == Position::kEnd) {
-        return steps < 0 ? SeekPlace(database, open, int64_t{database.count} + steps) : StandAtEnd(open);
+        return steps < 0 ? SeekPlace(store, open, int64_t{database.count} + steps) : StandAtEnd(open);
     }
     if (steps == 0) return StandAtEnd(open);
     const int64_t followed =
-        at.key ? IndexOf(database, open).LowerBound(*at.key, at.record) : std::min(at.place, database.count);
-    return SeekPlace(database, open, steps > 0 ? followed + steps - 1 : followed + steps);
+        at.key ? store.OrderOf(open).LowerBound(*at.key, at.record) : std::min(at.place, database.count);
+    return SeekPlace(store, open, steps > 0 ? followed + steps - 1 : followed + steps);
 }
 
 CEOID Seek(Store& store, OpenDatabase& open, DWORD kind, DWORD_PTR value, LPDWORD index) {
@@ -97,19 +94,19 @@ CEOID Seek(Store& store, OpenDatabase& open, DWORD kind, DWORD_PTR value, LPDWOR
             record = Exists(store, database, wanted) ? StandOn(open, wanted, open.position.place) : StandAtEnd(open);
             break;
         }
-        case CEDB_SEEK_BEGINNING: record = SeekPlace(database, open, static_cast<DWORD>(value)); break;
-        case CEDB_SEEK_END: record = SeekPlace(database, open, PlaceFromEnd(database, value)); break;
+        case CEDB_SEEK_BEGINNING: record = SeekPlace(store, open, static_cast<DWORD>(value)); break;
+        case CEDB_SEEK_END: record = SeekPlace(store, open, PlaceFromEnd(database, value)); break;
         case CEDB_SEEK_CURRENT: record = SeekSteps(store, open, static_cast<LONG>(value)); break;
         case CEDB_SEEK_VALUEFIRSTEQUAL:
         case CEDB_SEEK_VALUENEXTEQUAL:
         case CEDB_SEEK_VALUESMALLER:
         case CEDB_SEEK_VALUEGREATER:
-            record = SeekValue(store, database, open, kind, reinterpret_cast<const CEPROPVAL*>(value));
+            record = SeekValue(store, open, kind, reinterpret_cast<const CEPROPVAL*>(value));
             break;
         default: Fail(ERROR_INVALID_PARAMETER);
     }
     if (record != 0 && index) {
-        const auto place = IndexOf(database, open).Find(record, open.position.place, database.count);
+        const auto place = store.OrderOf(open).Find(record, open.position.place, database.count);
         if (!place) Fail(ERROR_FILE_CORRUPT);  // a record that its own sort order doesn't have
         open.position.place = *place;
         *index = *place;

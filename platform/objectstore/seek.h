@@ -15,7 +15,7 @@ CEOID SeekSteps(Store& store, OpenDatabase& open, int64_t steps);
 // All of CeSeekDatabase; throws ERROR_INVALID_PARAMETER, answers 0 when there is no such record.
 CEOID Seek(Store& store, OpenDatabase& open, DWORD kind, DWORD_PTR value, LPDWORD index);
 
-// The handle stands on a record that another process deleted: it now stands where that was.
+// The handle stands on a record that is deleted: it now stands where that was.
 void LeaveDeleted(OpenDatabase& open);
 
 }  // namespace store

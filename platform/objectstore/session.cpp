@@ -1,17 +1,26 @@
 #include "platform/objectstore/session.h"
 
+#include "platform/objectstore/fault.h"
 #include "platform/objectstore/store_error.h"
-#include "platform/objectstore/store_file.h"
 
 namespace store {
 namespace {
+
+bool IsPassing(DWORD error) {
+    return error == ERROR_LOCK_VIOLATION || error == ERROR_ACCESS_DENIED || error == ERROR_IO_DEVICE;
+}
 
 constexpr size_t kMostMessages = 100;  // of a batch: whoever gets so many reads everything anew anyway
 
 }  // namespace
 
-Session::Session(const std::wstring& path, std::recursive_mutex& lock)
-    : lock_(lock), shared_(path), connection_(OpenStoreFile(path, shared_)), catalog_(*connection_) {
+Session::Session(const std::wstring& path, std::recursive_mutex& lock, std::function<void()> leaving)
+    : lock_(lock),
+      leaving_(std::move(leaving)),
+      shared_(path),
+      file_(OpenStoreFile(path, shared_)),
+      catalog_(*file_.connection) {
+    noRoom_ = file_.alone || file_.refusal == ERROR_DISK_FULL;
     timer_ = CreateThreadpoolTimer(OnTimer, this, nullptr);
     if (!timer_) Fail(GetLastError());
 }
@@ -21,13 +30,13 @@ Session::~Session() {
     SetThreadpoolTimer(timer_, nullptr, 0, 0);
     WaitForThreadpoolTimerCallbacks(timer_, TRUE);
     CloseThreadpoolTimer(timer_);
-    if (connection_->InTransaction()) connection_->TryRun("ROLLBACK");
+    EndTransaction();
 }
 
 void Session::CloseFileAtExit() noexcept {
-    if (connection_->InTransaction()) connection_->TryRun("ROLLBACK");
+    EndTransaction();
     catalog_.Clear();
-    connection_.reset();
+    file_.connection.reset();
 }
 
 VOID CALLBACK Session::OnTimer(PTP_CALLBACK_INSTANCE, PVOID context, PTP_TIMER) noexcept {
@@ -39,15 +48,27 @@ VOID CALLBACK Session::OnTimer(PTP_CALLBACK_INSTANCE, PVOID context, PTP_TIMER) 
 
 void Session::EndSnapshot() noexcept {
     if (!snapshot_) return;
+    if (leaving_) leaving_();
     snapshot_ = false;
-    connection_->TryRun("COMMIT");
+    Sql().TryRun("COMMIT");
+    EndTransaction();
+}
+
+// One that stayed open would let every later beginning fail.
+void Session::EndTransaction() noexcept {
+    if (Sql().InTransaction()) Sql().TryRun("ROLLBACK");
+}
+
+DWORD Session::Limit() const {
+    if (file_.refusal) return file_.refusal;
+    return noRoom_ ? ERROR_DISK_FULL : ERROR_SUCCESS;
 }
 
 // A change by this connection doesn't move the version, one by any other does.
 void Session::ReloadIfChanged(bool always) {
     int64_t version = 0;
     {
-        Query query(*connection_, "PRAGMA data_version");
+        Query query(Sql(), "PRAGMA data_version");
         if (query.Step()) version = query->Number(0);
     }
     if (version == version_ && !stale_ && !always) return;
@@ -70,35 +91,51 @@ void Session::Refresh() {
         if (stale_ && !broken_) ReloadIfChanged(true);
         return;
     }
-    const ULONGLONG now = GetTickCount64();
-    const LONG64 changes = shared_.Changes();
-    if (snapshot_ && changes == seen_ && now - taken_ < kSnapshotAge && !stale_) return;
+    if (snapshot_ && shared_.Changes() == seen_ && GetTickCount64() - taken_ < kSnapshotAge && !stale_) return;
     EndSnapshot();
-    connection_->Run("BEGIN");
+    try {
+        TakeSnapshot();
+    } catch (const StoreError& failure) {
+        // Many processes at work may be in each other's way for a moment. Whoever asks for a count and gets none takes
+        // it for 0, so it is tried once more.
+        if (!IsPassing(failure.code)) throw;
+        snapshot_ = false;
+        EndTransaction();
+        TakeSnapshot();
+    }
+    SetTimer();
+}
+
+void Session::TakeSnapshot() {
+    if (const DWORD error = TakeCallFault("snapshot")) Fail(error);
+    const LONG64 changes = shared_.Changes();  // before: what is committed meanwhile is seen anew
+    taken_ = GetTickCount64();
+    Sql().Run("BEGIN");
     snapshot_ = true;
-    taken_ = now;
     seen_ = changes;
     ReloadIfChanged(false);
-    SetTimer();
 }
 
 void Session::BeginWriting() {
     EndSnapshot();
-    // SQLite itself would begin, for reading, and refuse the first statement that writes.
-    if (connection_->ReadOnly()) Fail(ERROR_WRITE_PROTECT);
-    connection_->Run("BEGIN IMMEDIATE");
+    // SQLite itself would begin with a read-only file, and refuse the first statement that writes.
+    if (file_.refusal) Fail(file_.refusal);
+    Sql().Run("BEGIN IMMEDIATE");
     try {
         ReloadIfChanged(false);
     } catch (...) {
-        connection_->TryRun("ROLLBACK");
+        EndTransaction();
         throw;
     }
 }
 
 void Session::Commit() {
+    if (leaving_) leaving_();
     shared_.CountChange();  // before: nobody may go on with a snapshot that is just becoming old
-    connection_->Run("COMMIT");
+    if (const DWORD error = TakeCallFault("commit: counted")) Fail(error);
+    Sql().Run("COMMIT");
     shared_.CountChange();  // after: whoever took one in between takes another
+    noRoom_ = false;
 }
 
 void Session::Notify(CEOID database, UINT message, CEOID object) {
@@ -127,7 +164,7 @@ void Session::EndBatch(bool commit) {
         }
     }
     batch_ = false;
-    if (connection_->InTransaction()) connection_->TryRun("ROLLBACK");
+    EndTransaction();
     if (error != 0 || !commit) {
         for (const auto& [oid, database] : catalog_.All()) {
             for (const auto& index : database->indexes)
@@ -155,19 +192,19 @@ Transaction::Transaction(Session& session) : session_(session) {
     }
     if (session.broken_) Fail(session.broken_);
     session.Refresh();
-    session.connection_->Run("SAVEPOINT one");
+    session.Sql().Run("SAVEPOINT one");
 }
 
 Transaction::~Transaction() {
     if (!open_) return;
-    Connection& connection = *session_.connection_;
+    Connection& connection = session_.Sql();
     session_.stale_ = true;
     for (const auto& [oid, database] : session_.catalog_.All()) {
         for (const auto& index : database->indexes)
             index->Forget();
     }
     if (!session_.batch_) {
-        if (connection.InTransaction()) connection.TryRun("ROLLBACK");
+        session_.EndTransaction();
     } else if (connection.InTransaction()) {
         connection.TryRun("ROLLBACK TO one; RELEASE one");
     } else {
@@ -179,7 +216,7 @@ Transaction::~Transaction() {
 
 void Transaction::Commit() {
     if (session_.batch_) {
-        session_.connection_->Run("RELEASE one");
+        session_.Sql().Run("RELEASE one");
     } else {
         session_.Commit();
     }

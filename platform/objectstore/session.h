@@ -13,6 +13,7 @@
 #include "platform/objectstore/catalog.h"
 #include "platform/objectstore/shared_state.h"
 #include "platform/objectstore/sql.h"
+#include "platform/objectstore/store_file.h"
 
 namespace store {
 
@@ -20,8 +21,9 @@ constexpr ULONGLONG kSnapshotAge = 250;  // milliseconds
 
 class Session {
 public:
-    // Opens the store. `lock` is the store's, for the timer.
-    Session(const std::wstring& path, std::recursive_mutex& lock);
+    // Opens the store. `lock` is the store's, for the timer. `leaving` is called whenever what the calls have seen of
+    // the file is about to pass, while it can still be read; it must not throw.
+    Session(const std::wstring& path, std::recursive_mutex& lock, std::function<void()> leaving = nullptr);
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
@@ -29,12 +31,16 @@ public:
     // At the end of the process, when all other threads are gone, the timer's too: finishes the file and nothing else.
     void CloseFileAtExit() noexcept;
 
-    Connection& Sql() { return *connection_; }
+    Connection& Sql() { return *file_.connection; }
     SharedState& Shared() { return shared_; }
     Catalog& Databases() { return catalog_; }
 
     // Every call that reads begins with this.
     void Refresh();
+
+    // What keeps this process from writing, as far as it is known: 0, ERROR_WRITE_PROTECT, or ERROR_DISK_FULL when
+    // there was no room at the opening and nothing has been written since.
+    DWORD Limit() const;
 
     // A batch: writes until the end of it are one transaction.
     bool InBatch() const { return batch_; }
@@ -56,18 +62,22 @@ private:
     };
 
     static VOID CALLBACK OnTimer(PTP_CALLBACK_INSTANCE, PVOID self, PTP_TIMER) noexcept;
+    void TakeSnapshot();
     void EndSnapshot() noexcept;
+    void EndTransaction() noexcept;
     void SetTimer();
     void ReloadIfChanged(bool always);
     void BeginWriting();
     void Commit();
 
     std::recursive_mutex& lock_;
+    const std::function<void()> leaving_;
     SharedState shared_;
-    std::unique_ptr<Connection> connection_;
+    StoreFile file_;
     Catalog catalog_;
     PTP_TIMER timer_ = nullptr;
     bool snapshot_ = false;
+    bool noRoom_ = false;
     bool stale_ = true;  // the catalog must be read anew
     ULONGLONG taken_ = 0;
     LONG64 seen_ = 0;

@@ -31,9 +31,11 @@ constexpr DWORD kPatience = 10'000;  // milliseconds
 
 // The same for every spelling of one path.
 std::wstring NameFor(const std::wstring& path) {
-    wchar_t full[1024] = {};
-    const DWORD length = GetFullPathNameW(path.c_str(), 1024, full, nullptr);
-    std::wstring name = length > 0 && length < 1024 ? full : path;
+    std::wstring name(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');  // with room for the NUL
+    if (!name.empty()) {
+        name.resize(GetFullPathNameW(path.c_str(), static_cast<DWORD>(name.size()), name.data(), nullptr));
+    }
+    if (name.empty()) name = path;
     CharLowerBuffW(name.data(), static_cast<DWORD>(name.size()));
     uint64_t hash = 14695981039346656037u;  // FNV-1a
     for (const wchar_t character : name)

@@ -34,9 +34,9 @@ bool Statement::Step() {
     const int result = sqlite3_step(statement_.get());
     if (result == SQLITE_ROW) return true;
     if (result == SQLITE_DONE) return false;
-    const int extended = sqlite3_extended_errcode(connection_);
+    const DWORD error = ErrorFromSqlite(sqlite3_extended_errcode(connection_), connection_);
     sqlite3_reset(statement_.get());
-    Fail(ErrorFromSqlite(extended));
+    Fail(error);
 }
 
 Bytes Statement::Blob(int column) const {

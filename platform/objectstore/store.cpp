@@ -25,8 +25,21 @@ Store& Store::Instance() {
 }
 
 Session& Store::Open() {
-    if (!session_) session_ = std::make_unique<Session>(StorePath(), mutex_);
+    if (!session_) session_ = std::make_unique<Session>(StorePath(), mutex_, [this] { RememberKeys(); });
     return *session_;
+}
+
+// Of the records that handles stand on: after this, other processes may delete them.
+void Store::RememberKeys() noexcept {
+    handles_.ForEach([this](OpenDatabase& open) {
+        if (open.position.state != Position::kOn) return;
+        try {
+            auto key = OrderOf(open).KeyOf(open.position.record);
+            if (key) open.position.key = std::move(key);
+        } catch (...) {
+            // Its place has to do, then.
+        }
+    });
 }
 
 Session& Store::Fresh() {
@@ -45,6 +58,14 @@ Database& Store::DatabaseOf(const OpenDatabase& open) {
     Database* database = Open().Databases().Find(open.database);
     if (!database) Fail(ERROR_KEY_DELETED);
     return *database;
+}
+
+OrderIndex& Store::OrderOf(const OpenDatabase& open) {
+    Database& database = DatabaseOf(open);
+    const int order = database.FindOrder(open.sort);
+    // Nobody can take an order away under a handle; a file that others than this library wrote may lack it.
+    if (order < 0) Fail(ERROR_FILE_CORRUPT);
+    return database.Index(order);
 }
 
 }  // namespace store

@@ -28,8 +28,12 @@ public:
     // The handle's database; throws ERROR_INVALID_PARAMETER for a handle that is none.
     OpenDatabase& FindOpen(HANDLE handle);
     Database& DatabaseOf(const OpenDatabase& open);
+    // The order that the handle was opened in.
+    OrderIndex& OrderOf(const OpenDatabase& open);
 
 private:
+    void RememberKeys() noexcept;
+
     std::recursive_mutex mutex_;
     HandleTable handles_;
     std::unique_ptr<Session> session_;

@@ -14,8 +14,9 @@ struct StoreError {
 
 [[noreturn]] void Fail(DWORD code);
 
-// The system error code for what SQLite answered.
-DWORD ErrorFromSqlite(int result);
+// The system error code for what SQLite answered: of the connection's last call, when there is one, what the system
+// told it counts too.
+DWORD ErrorFromSqlite(int result, sqlite3* connection = nullptr);
 
 // Throws what the connection's last call failed with.
 [[noreturn]] void FailSqlite(sqlite3* connection, int result);

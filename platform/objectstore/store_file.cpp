@@ -16,9 +16,9 @@ namespace {
 constexpr int kWritersPatience = 5000;  // milliseconds
 
 std::wstring FromEnvironment(const wchar_t* name) {
-    wchar_t value[1024] = {};
-    const DWORD length = GetEnvironmentVariableW(name, value, 1024);
-    return length > 0 && length < 1024 ? value : L"";
+    std::wstring value(GetEnvironmentVariableW(name, nullptr, 0), L'\0');  // with room for the NUL
+    if (!value.empty()) value.resize(GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size())));
+    return value;
 }
 
 // The size of a file in bytes, -1 when there is none.
@@ -28,9 +28,15 @@ int64_t SizeOf(const std::wstring& path) {
     return (int64_t{data.nFileSizeHigh} << 32) | data.nFileSizeLow;
 }
 
-void Configure(Connection& connection) {
+void Configure(Connection& connection, bool alone) {
     sqlite3_busy_timeout(connection.Raw(), kWritersPatience);
+    // Tables of ours have neither triggers nor views; those in a file that others prepared must not run.
+    for (const int option :
+         {SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW, SQLITE_DBCONFIG_TRUSTED_SCHEMA})
+        sqlite3_db_config(connection.Raw(), option, 0, nullptr);
     AddSortKeyFunction(connection.Raw());
+    // Before anything reads the file: what would be shared is in this process's memory then.
+    if (alone) connection.Run("PRAGMA locking_mode=EXCLUSIVE");
     connection.Run(
         "PRAGMA synchronous=FULL;"  // a write that returned survives a power cut
         "PRAGMA cache_size=-32768;"
@@ -42,7 +48,7 @@ void MakeStoreFile(const std::wstring& path) {
     std::error_code error;
     const std::filesystem::path folder = std::filesystem::path(path).parent_path();
     if (!folder.empty()) std::filesystem::create_directories(folder, error);
-    if (error) Fail(ERROR_ACCESS_DENIED);
+    if (error) Fail(path.size() >= MAX_PATH ? ERROR_FILENAME_EXCED_RANGE : ERROR_ACCESS_DENIED);
 
     // A log without its store would be taken for the new store's; whatever it holds is kept aside.
     if (SizeOf(path + L"-wal") > 0 &&
@@ -54,7 +60,7 @@ void MakeStoreFile(const std::wstring& path) {
     DeleteFileW((unfinished + L"-journal").c_str());
     try {
         Connection connection(ToUtf8(unfinished), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-        Configure(connection);
+        Configure(connection, false);
         CreateSchema(connection);
         Provision(connection);
         connection.Run("PRAGMA journal_mode=WAL");
@@ -75,6 +81,23 @@ void CheckSize(const std::wstring& path) {
     if (size == 0 || size % kPageSize != 0) Fail(ERROR_FILE_CORRUPT);
 }
 
+// Whether what processes share beside the file is there, or can be made. Asked beforehand, since a system may promise
+// room that it hasn't got, and end the program that uses it.
+bool HasRoomToShare(const std::wstring& path) {
+    constexpr int64_t kShared = 32768;  // bytes of the file -shm at first
+    if (SizeOf(path + L"-shm") >= kShared) return true;
+    const std::wstring folder = std::filesystem::absolute(path).parent_path();
+    ULARGE_INTEGER free = {};
+    return !GetDiskFreeSpaceExW(folder.c_str(), &free, nullptr, nullptr) || free.QuadPart >= 2 * kShared;
+}
+
+StoreFile Open(const std::wstring& path, int flags, bool alone) {
+    StoreFile file = {std::make_unique<Connection>(ToUtf8(path), flags), ERROR_SUCCESS, alone};
+    Configure(*file.connection, alone);
+    file.refusal = CheckSchema(*file.connection);
+    return file;
+}
+
 }  // namespace
 
 std::string ToUtf8(const std::wstring& text) {
@@ -93,7 +116,7 @@ std::wstring StorePath() {
     return path + L"\\Pocket PC\\ObjectStore.db";
 }
 
-std::unique_ptr<Connection> OpenStoreFile(const std::wstring& path, SharedState& shared) {
+StoreFile OpenStoreFile(const std::wstring& path, SharedState& shared) {
     // Nobody else makes, opens or finishes the file meanwhile.
     SharedState::Lock lock(shared);
     const DWORD attributes = GetFileAttributesW(path.c_str());
@@ -106,11 +129,15 @@ std::unique_ptr<Connection> OpenStoreFile(const std::wstring& path, SharedState&
     }
     CheckSize(path);
     const bool readOnly = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY);
-    auto connection =
-        std::make_unique<Connection>(ToUtf8(path), readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
-    Configure(*connection);
-    CheckSchema(*connection);
-    return connection;
+    const int flags = readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+    if (HasRoomToShare(path)) {
+        try {
+            return Open(path, flags, false);
+        } catch (const StoreError& failure) {
+            if (failure.code != ERROR_DISK_FULL) throw;
+        }
+    }
+    return Open(path, flags, true);
 }
 
 }  // namespace store

@@ -101,15 +101,32 @@ void UpdateRow(Connection& connection, const Database& database, CEOID record, c
     update.Finish();
 }
 
-// In a batch nobody asks for places between two writes; entering each would be wasted.
+// Enters a write that is permanent into an order in memory. In a batch nobody asks for places between two writes, so
+// entering each would be wasted; and where entering it fails, the write has not: the order is read anew.
 template <class Change>
-void ChangeIndexes(Session& session, Database& database, Change change) {
-    for (const auto& index : database.indexes) {
-        if (session.InBatch()) {
-            index->Forget();
-        } else {
-            change(*index);
-        }
+void ChangeIndex(const Session& session, OrderIndex& index, Change change) {
+    if (session.InBatch()) return index.Forget();
+    try {
+        change(index);
+    } catch (...) {
+        index.Forget();
+    }
+}
+
+template <class Change>
+void ChangeIndexes(const Session& session, Database& database, Change change) {
+    for (const auto& index : database.indexes)
+        ChangeIndex(session, *index, change);
+}
+
+// The handle stood on a record that is deleted. One that moves on by itself does so with the next read, when it cannot
+// now: the record is deleted all the same.
+void MoveOn(Store& store, OpenDatabase& open) noexcept {
+    try {
+        store.Open().Refresh();
+        SeekSteps(store, open, 1);
+    } catch (...) {
+        LeaveDeleted(open);
     }
 }
 
@@ -160,8 +177,8 @@ CEOID WriteProperties(Store& store, OpenDatabase& open, CEOID record, const CEPR
     } else {
         for (size_t order = 0; order < database.orders.size(); ++order) {
             if (!values.contains(database.orders[order].propid)) continue;
-            OrderIndex& index = database.Index(static_cast<int>(order));
-            session.InBatch() ? index.Forget() : index.Moved(record);
+            ChangeIndex(session, database.Index(static_cast<int>(order)),
+                        [&](OrderIndex& index) { index.Moved(record); });
         }
     }
     session.Notify(database.oid, isNew ? DB_CEOID_CREATED : DB_CEOID_CHANGED, record);
@@ -177,9 +194,9 @@ void DeleteRecord(Store& store, OpenDatabase& open, CEOID record) {
 
     // Where the handles that stand on it will stand: where it was, or on the one that followed.
     std::vector<std::pair<OpenDatabase*, Position>> leaving;
-    store.Handles().ForEachOn(database.oid, [&](OpenDatabase& other) {
+    store.Handles().ForEach([&](OpenDatabase& other) {
         if (other.position.state != Position::kOn || other.position.record != record) return;
-        auto key = database.Index(database.FindOrder(other.sort)).KeyOf(record);
+        auto key = store.OrderOf(other).KeyOf(record);
         leaving.push_back({&other, {Position::kGap, record, other.position.place, std::move(key)}});
     });
 
@@ -194,11 +211,11 @@ void DeleteRecord(Store& store, OpenDatabase& open, CEOID record) {
     transaction.Commit();
 
     ChangeIndexes(session, database, [&](OrderIndex& index) { index.Removed(record); });
-    for (auto& [other, position] : leaving) {
+    for (auto& [other, position] : leaving)
         other->position = std::move(position);
-        if (other->autoIncrement) SeekSteps(store, *other, 1);
-    }
     session.Notify(database.oid, DB_CEOID_RECORD_DELETED, record);
+    for (auto& [other, position] : leaving)
+        if (other->autoIncrement) MoveOn(store, *other);
 }
 
 }  // namespace store

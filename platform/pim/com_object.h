@@ -4,6 +4,7 @@
 #include <pimstore.h>
 
 #include <atomic>
+#include <mutex>
 #include <new>
 #include <utility>
 
@@ -73,7 +74,7 @@ private:
 };
 
 // An object with the methods of `Interface`, which begin with those of IDispatch. It begins with one reference, its
-// maker's. Calling methods by their names is not offered.
+// maker's. Calling methods by their names is not offered. Threads may call at the same time: methods run in Locked.
 template <class Interface>
 class ComObject : public Interface {
 public:
@@ -118,11 +119,21 @@ protected:
     ComObject() { ++liveObjects; }
     virtual ~ComObject() { --liveObjects; }
 
+    // Guarded, for one thread at a time.
+    template <class Work>
+    HRESULT Locked(Work work) noexcept {
+        return Guarded([&] {
+            const std::lock_guard lock(mutex_);
+            return work();
+        });
+    }
+
 private:
     // Whether `id` is this interface's, or one that it builds on beyond IDispatch.
     virtual bool IsOwn(REFIID id) const noexcept = 0;
 
     std::atomic<long> references_{1};
+    std::recursive_mutex mutex_;
 };
 
 }  // namespace pim

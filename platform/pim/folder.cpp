@@ -7,7 +7,7 @@ namespace pim {
 HRESULT Folder::get_Items(IPOutlookItemCollection** items) noexcept {
     if (!items) return E_POINTER;
     *items = nullptr;
-    return Guarded([&] { return *items = new ItemCollection(application_, kind_), S_OK; });
+    return Locked([&] { return *items = new ItemCollection(application_, kind_), S_OK; });
 }
 
 HRESULT Folder::get_DefaultItemType(int* type) noexcept {

@@ -50,19 +50,19 @@ public:
         : application_(std::move(application)), record_(std::move(record)) {}
 
     HRESULT STDMETHODCALLTYPE Save() noexcept override {
-        return Guarded([this] {
+        return this->Locked([this] {
             BeforeSave();
             record_.Save();
             return S_OK;
         });
     }
     HRESULT STDMETHODCALLTYPE Delete() noexcept override {
-        return Guarded([this] { return record_.Delete(), S_OK; });
+        return this->Locked([this] { return record_.Delete(), S_OK; });
     }
     HRESULT STDMETHODCALLTYPE Copy(Interface** copy) noexcept override {
         if (!copy) return E_POINTER;
         *copy = nullptr;
-        return Guarded([&] { return *copy = new Self(application_, record_.Copy()), S_OK; });
+        return this->Locked([&] { return *copy = new Self(application_, record_.Copy()), S_OK; });
     }
     HRESULT STDMETHODCALLTYPE Display() noexcept override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE get_Oid(long* oid) noexcept override {
@@ -72,7 +72,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE put_BodyInk(CEBLOB* ink) noexcept override {
         if (!ink || (ink->dwCount && !ink->lpb)) return E_POINTER;
-        return Guarded([&] {
+        return this->Locked([&] {
             if (ink->dwCount) {
                 record_.Set(kPimBodyInk, std::vector<BYTE>(ink->lpb, ink->lpb + ink->dwCount));
             } else {
@@ -84,7 +84,7 @@ public:
     HRESULT STDMETHODCALLTYPE get_BodyInk(CEBLOB* ink) noexcept override {
         if (!ink) return E_POINTER;
         *ink = {};
-        return Guarded([&] {
+        return this->Locked([&] {
             const auto bytes = record_.template Get<std::vector<BYTE>>(kPimBodyInk);
             if (bytes.empty()) return S_OK;
             ink->lpb = static_cast<BYTE*>(LocalAlloc(LMEM_FIXED, bytes.size()));
@@ -120,25 +120,25 @@ protected:
     HRESULT Get(CEPROPID id, BSTR* value) noexcept {
         if (!value) return E_POINTER;
         *value = nullptr;
-        return Guarded([&] { return *value = MakeBstr(record_.Get<std::wstring>(id)), S_OK; });
+        return this->Locked([&] { return *value = MakeBstr(record_.Get<std::wstring>(id)), S_OK; });
     }
     HRESULT Get(CEPROPID id, DATE* value) noexcept {
         if (!value) return E_POINTER;
         *value = 0;
-        return Guarded([&] { return *value = ReadDate(id), S_OK; });
+        return this->Locked([&] { return *value = ReadDate(id), S_OK; });
     }
     HRESULT Get(CEPROPID id, long* value) noexcept {
         if (!value) return E_POINTER;
         *value = 0;
-        return Guarded([&] { return *value = record_.Get(id, InitialNumber(id)), S_OK; });
+        return this->Locked([&] { return *value = record_.Get(id, InitialNumber(id)), S_OK; });
     }
     HRESULT Get(CEPROPID id, VARIANT_BOOL* value) noexcept {
         if (!value) return E_POINTER;
         *value = VARIANT_FALSE;
-        return Guarded([&] { return *value = record_.Get<bool>(id) ? VARIANT_TRUE : VARIANT_FALSE, S_OK; });
+        return this->Locked([&] { return *value = record_.Get<bool>(id) ? VARIANT_TRUE : VARIANT_FALSE, S_OK; });
     }
     HRESULT Put(CEPROPID id, BSTR value) noexcept {
-        return Guarded([&] {
+        return this->Locked([&] {
             if (SysStringLen(value)) {
                 record_.Set(id, std::wstring(value, wcsnlen(value, SysStringLen(value))));
             } else {
@@ -149,14 +149,14 @@ protected:
     }
     HRESULT Put(CEPROPID id, DATE value) noexcept {
         if (!IsDate(value)) return E_INVALIDARG;
-        return Guarded([&] { return WriteDate(id, value), S_OK; });
+        return this->Locked([&] { return WriteDate(id, value), S_OK; });
     }
     HRESULT Put(CEPROPID id, long value) noexcept {
         if (!IsNumberAllowed(id, value)) return E_INVALIDARG;
-        return Guarded([&] { return record_.Set(id, value), S_OK; });
+        return this->Locked([&] { return record_.Set(id, value), S_OK; });
     }
     HRESULT Put(CEPROPID id, VARIANT_BOOL value) noexcept {
-        return Guarded([&] { return WriteTruth(id, value != VARIANT_FALSE), S_OK; });
+        return this->Locked([&] { return WriteTruth(id, value != VARIANT_FALSE), S_OK; });
     }
 
 private:

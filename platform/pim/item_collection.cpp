@@ -88,13 +88,13 @@ CEPROPID ItemCollection::PropertyInBrackets(std::wstring_view text) const {
 HRESULT ItemCollection::Add(IDispatch** item) noexcept {
     if (!item) return E_POINTER;
     *item = nullptr;
-    return Guarded([&] { return *item = MakeItem(application_, ItemRecord(kind_)).Detach(), S_OK; });
+    return Locked([&] { return *item = MakeItem(application_, ItemRecord(kind_)).Detach(), S_OK; });
 }
 
 HRESULT ItemCollection::get_Count(int* count) noexcept {
     if (!count) return E_POINTER;
     *count = 0;
-    return Guarded([&] {
+    return Locked([&] {
         Refresh();
         *count = static_cast<int>(rows_.size());
         return S_OK;
@@ -104,7 +104,7 @@ HRESULT ItemCollection::get_Count(int* count) noexcept {
 HRESULT ItemCollection::Item(int index, IDispatch** item) noexcept {
     if (!item) return E_POINTER;
     *item = nullptr;
-    return Guarded([&] {
+    return Locked([&] {
         Refresh();
         if (!IsIndex(index, rows_.size())) return E_INVALIDARG;
         *item = Make(rows_[static_cast<size_t>(index) - 1]).Detach();
@@ -113,7 +113,7 @@ HRESULT ItemCollection::Item(int index, IDispatch** item) noexcept {
 }
 
 HRESULT ItemCollection::Remove(int index) noexcept {
-    return Guarded([&] {
+    return Locked([&] {
         Refresh();
         if (!IsIndex(index, rows_.size())) return E_INVALIDARG;
         const KindDatabase database(kind_);
@@ -126,7 +126,7 @@ HRESULT ItemCollection::Remove(int index) noexcept {
 HRESULT ItemCollection::Find(BSTR restriction, IDispatch** item) noexcept {
     if (!item) return E_POINTER;
     *item = nullptr;
-    return Guarded([&] {
+    return Locked([&] {
         sought_ = Restriction(kind_, ViewOf(restriction));
         found_ = 0;
         Refresh();
@@ -138,7 +138,7 @@ HRESULT ItemCollection::FindNext(IDispatch** item) noexcept {
     if (!item) return E_POINTER;
     *item = nullptr;
     if (!sought_) return E_INVALIDARG;
-    return Guarded([&] {
+    return Locked([&] {
         Refresh();
         const auto last =
             std::find_if(rows_.begin(), rows_.end(), [this](const Row& row) { return row.oid == found_; });
@@ -164,14 +164,14 @@ HRESULT ItemCollection::FindFrom(size_t start, IDispatch** item) {
 HRESULT ItemCollection::Restrict(BSTR restriction, IPOutlookItemCollection** items) noexcept {
     if (!items) return E_POINTER;
     *items = nullptr;
-    return Guarded([&] {
+    return Locked([&] {
         *items = new ItemCollection(application_, kind_, Restriction(kind_, ViewOf(restriction)));
         return S_OK;
     });
 }
 
 HRESULT ItemCollection::Sort(BSTR property, VARIANT_BOOL descending) noexcept {
-    return Guarded([&] {
+    return Locked([&] {
         order_.propid = PropertyInBrackets(ViewOf(property));
         const bool isText = TypeFromPropID(order_.propid) == CEVT_LPWSTR;
         order_.dwFlags = isText ? DWORD{CEDB_SORT_CASEINSENSITIVE} : 0;
@@ -194,7 +194,7 @@ HRESULT ItemCollection::put_IncludeRecurrences(VARIANT_BOOL include) noexcept {
 HRESULT ItemCollection::get__NewEnum(IUnknown** enumeration) noexcept {
     if (!enumeration) return E_POINTER;
     *enumeration = nullptr;
-    return Guarded([&] {
+    return Locked([&] {
         *enumeration = new ItemEnumeration(Ref<IPOutlookItemCollection>::Share(this));
         return S_OK;
     });
@@ -207,7 +207,7 @@ HRESULT ItemCollection::get_Application(IPOutlookApp** application) noexcept {
 }
 
 HRESULT ItemCollection::SetColumns(BSTR properties) noexcept {
-    return Guarded([&] {
+    return Locked([&] {
         std::vector<CEPROPID> columns;
         std::wstring_view left = ViewOf(properties);
         while (!left.empty()) {

@@ -24,7 +24,7 @@ private:
 
     std::atomic<long> references_{1};
     Ref<IPOutlookItemCollection> items_;
-    int next_;  // counted from 1, as the collection does
+    std::atomic<int> next_;  // counted from 1, as the collection does
 };
 
 }  // namespace pim

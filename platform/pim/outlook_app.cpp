@@ -29,17 +29,17 @@ Ref<IDispatch> MakeItem(const Ref<IPOutlookApp>& application, ItemRecord record)
 }
 
 HRESULT OutlookApp::Logon(long) noexcept {
-    return std::exchange(loggedOn_, true) ? S_FALSE : S_OK;
+    return loggedOn_.exchange(true) ? S_FALSE : S_OK;
 }
 
 HRESULT OutlookApp::Logoff() noexcept {
-    return std::exchange(loggedOn_, false) ? S_OK : S_FALSE;
+    return loggedOn_.exchange(false) ? S_OK : S_FALSE;
 }
 
 HRESULT OutlookApp::get_Version(BSTR* version) noexcept {
     if (!version) return E_POINTER;
     *version = nullptr;
-    return Guarded([&] { return *version = MakeBstr(kVersion), S_OK; });
+    return Locked([&] { return *version = MakeBstr(kVersion), S_OK; });
 }
 
 HRESULT OutlookApp::GetDefaultFolder(int folder, IFolder** result) noexcept {
@@ -49,7 +49,7 @@ HRESULT OutlookApp::GetDefaultFolder(int folder, IFolder** result) noexcept {
     if (folder == olFolderCities || folder == olFolderInfrared) return E_NOTIMPL;
     const ItemKind* kind = KindOfFolder(folder);
     if (!kind) return E_INVALIDARG;
-    return Guarded([&] { return *result = new Folder(Self(), *kind), S_OK; });
+    return Locked([&] { return *result = new Folder(Self(), *kind), S_OK; });
 }
 
 HRESULT OutlookApp::CreateItem(int type, IDispatch** item) noexcept {
@@ -59,14 +59,14 @@ HRESULT OutlookApp::CreateItem(int type, IDispatch** item) noexcept {
     if (type == olCityItem) return E_NOTIMPL;
     const ItemKind* kind = KindOfType(type);
     if (!kind) return E_INVALIDARG;
-    return Guarded([&] { return *item = MakeItem(Self(), ItemRecord(*kind)).Detach(), S_OK; });
+    return Locked([&] { return *item = MakeItem(Self(), ItemRecord(*kind)).Detach(), S_OK; });
 }
 
 HRESULT OutlookApp::GetItemFromOid(CEOID oid, IDispatch** item) noexcept {
     if (!item) return E_POINTER;
     *item = nullptr;
     if (!loggedOn_) return E_UNEXPECTED;
-    return Guarded([&] {
+    return Locked([&] {
         const ItemKind* kind = KindOfItem(oid);
         if (!kind) return E_INVALIDARG;
         ItemRecord record(*kind, oid);

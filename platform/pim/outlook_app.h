@@ -42,7 +42,7 @@ private:
         return E_NOTIMPL;
     }
 
-    bool loggedOn_ = false;
+    std::atomic<bool> loggedOn_ = false;
 };
 
 }  // namespace pim

@@ -6,7 +6,7 @@
 namespace {
 
 constexpr wchar_t kName[] = L"Pocket Outlook";
-constexpr wchar_t kThreading[] = L"Apartment";
+constexpr wchar_t kThreading[] = L"Both";  // programs for the device begin with CoInitializeEx(nullptr, 0)
 
 std::wstring ClassKey() {
     wchar_t id[40] = L"";

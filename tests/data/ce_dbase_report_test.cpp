@@ -185,7 +185,7 @@ TEST_F(CeDbaseReportTest, SetSortOrderReports579AndGoesBackToTheOldOrder) {
     const std::vector<CEOID> oids = InsertNumbers(2);
     // The change fails for want of room, so there is no order by date to open.
     CeFailCall("CeSetDatabaseInfo", 1, ERROR_DISK_FULL);
-    Expect(ERROR_INVALID_PARAMETER, 579);
+    Expect(ERROR_DISK_FULL, 579);
     const SORTORDERSPEC order{kDate, 0};
     EXPECT_FALSE(base_.SetSortOrder(&order, 1));
     CEPROPVAL value = Number(20);

@@ -382,7 +382,8 @@ TEST_F(DbCategoriesTest, UsesAreCountedFromWhateverIsThere) {
         {"up to the most", {{kPropCategoryJournalUses, 32766}}, 1, 32767},
         {"more than the most", {{kPropCategoryJournalUses, 32767}}, 1, 32767},
         {"far more than the most", {}, 100'000, 32767},
-        {"the most is not taken back", {{kPropCategoryJournalUses, 32767}}, -1, 32767},
+        {"one less than the most", {{kPropCategoryJournalUses, 32767}}, -1, 32766},
+        {"many less than the most", {{kPropCategoryJournalUses, 32767}}, -32768, 0},
         {"below the most", {{kPropCategoryJournalUses, 32766}}, -1, 32765},
     };
     for (const auto& row : rows) {

@@ -1,6 +1,7 @@
 #include "data/db_journal.h"
 
 #include <gmock/gmock.h>
+#include <storefault.h>
 
 #include <cstring>
 #include <string>
@@ -139,7 +140,7 @@ TEST_F(DbJournalTest, OpenAnswersZeroWhenTheStoreFails) {
     boxes_.Expect(L"CE Database Error", L"Error: 1117(57)\ncedbase");
     EXPECT_EQ(journal_.Open(nullptr), 0);
     EXPECT_EQ(journal_.GetHandle(), nullptr);
-    for (const DWORD call : {2, 3}) {
+    for (const DWORD call : {2, 4}) {  // the third only keeps the order from being changed meanwhile
         SCOPED_TRACE(call);
         CeFailCall("CeOpenDatabase", call, ERROR_IO_DEVICE);
         boxes_.Expect(L"CE Database Error", L"Error: 1117(87)\ncedbase");
@@ -303,6 +304,23 @@ TEST_F(DbJournalTest, SecondJournalSeesWhatTheFirstWrites) {
     TSList<DbJItem> fields;
     ASSERT_EQ(view.Read(oid, &fields), oid);
     EXPECT_STREQ(FindFieldByPropID(fields, kPropSubject)->GetStrValue(), L"seen");
+}
+
+// Between looking for the database and making it another process may make it.
+TEST_F(DbJournalTest, AJournalThatSomebodyMadeMeanwhileIsOpened) {
+    const CEOID oid = journal_.GetOid();
+    DbJournal late;
+    CeFailCall("CeOpenDatabase", 1, ERROR_FILE_NOT_FOUND);  // so it looks to the one who comes second
+    ASSERT_TRUE(late.Open(nullptr));
+    EXPECT_EQ(late.GetOid(), oid);
+}
+
+TEST_F(DbJournalTest, AJournalThatCannotBeMadeIsToldAndNotOpened) {
+    DbJournal late;
+    CeFailCall("CeOpenDatabase", 1, ERROR_FILE_NOT_FOUND);
+    CeFailCall("CeCreateDatabase", 1, ERROR_DISK_FULL);
+    boxes_.Expect(L"CE Database Error", L"Error: 112(111)\ncedbase");
+    EXPECT_FALSE(late.Open(nullptr));
 }
 
 TEST_F(DbJournalTest, EntriesStandInTheOrderOfTheirStart) {

@@ -169,6 +169,65 @@ TEST_P(DiskFaultTest, AStoreThatCouldNotBeMadeLeavesNoFile) {
     ExpectSound();
 }
 
+TEST_F(FaultTest, AQuestionThatOthersWereInTheWayOfIsAskedAgain) {
+    const HANDLE database = Make({{kText, 0}});
+    Add(database, L"a");
+    for (const DWORD passing : {ERROR_LOCK_VIOLATION, ERROR_ACCESS_DENIED, ERROR_IO_DEVICE}) {
+        Add(database, L"b");  // makes every snapshot old
+        CeFailCall("snapshot", 1, passing);
+        CEOIDINFO info = {};
+        EXPECT_TRUE(CeOidGetInfo(Oid(), &info)) << passing;
+        EXPECT_NE(info.infDatabase.wNumRecords, 0);
+    }
+    Add(database, L"c");
+    CeFailCall("snapshot", 1, ERROR_LOCK_VIOLATION);
+    CeFailCall("snapshot", 2, ERROR_LOCK_VIOLATION);
+    CEOIDINFO info = {};
+    EXPECT_FALSE(CeOidGetInfo(Oid(), &info));
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_LOCK_VIOLATION});
+    EXPECT_EQ(Count(Oid()), 5) << "and the next is answered";
+}
+
+// What processes share beside the file takes room, which a full disk has not.
+TEST_F(FaultTest, AStoreOnAFullDiskIsReadAndSoundAndSaysSo) {
+    const HANDLE made = Make({{kText, 0}});
+    const CEOID record = Add(made, L"before");
+    DWORD limit = 1;
+    ASSERT_TRUE(CeObjectStoreLimit(&limit));
+    EXPECT_EQ(limit, 0u);
+    Reopen();
+    CeFailDisk(1, kCeDiskFull);
+    const HANDLE database = OpenBy(kText);
+    ASSERT_TRUE(CeObjectStoreLimit(&limit));
+    EXPECT_EQ(limit, DWORD{ERROR_DISK_FULL});
+    EXPECT_EQ(Read(database, {kText}).Text(0), L"before");
+    ExpectSound();
+    EXPECT_EQ(Add(database, L"new"), 0u);
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_DISK_FULL});
+    EXPECT_FALSE(CeDeleteRecord(database, record));
+    EXPECT_EQ(Count(Oid()), 1);
+    ExpectSound();
+    CeClearFaults();
+    EXPECT_NE(Add(database, L"new"), 0u) << "there is room again";
+    ASSERT_TRUE(CeObjectStoreLimit(&limit));
+    EXPECT_EQ(limit, 0u);
+    Reopen();
+    EXPECT_EQ(Order(OpenBy(kText)).size(), 2u);
+    ExpectSound();
+}
+
+TEST_F(FaultTest, TheLimitOfAReadOnlyFileIsTold) {
+    Make({});
+    Reopen();
+    ASSERT_TRUE(SetFileAttributesW(StoreFile().c_str(), FILE_ATTRIBUTE_READONLY));
+    DWORD limit = 0;
+    ASSERT_TRUE(CeObjectStoreLimit(&limit));
+    EXPECT_EQ(limit, DWORD{ERROR_WRITE_PROTECT});
+    EXPECT_FALSE(CeObjectStoreLimit(nullptr));
+    EXPECT_TRUE(CeUnmountObjectStore());
+    SetFileAttributesW(StoreFile().c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
 INSTANTIATE_TEST_SUITE_P(Faults, DiskFaultTest, testing::Values(kCeDiskFull, kCeDiskWriteError),
                          [](const auto& row) { return std::string(row.param == kCeDiskFull ? "Full" : "WriteError"); });
 

@@ -10,6 +10,7 @@
 //   begin | commit       a batch
 //   count                the number of records
 //   write SEED           entries until killed, each with a line when its write has returned (see survival_test.cpp)
+//   busy SEED N          N calls of every kind that writes; answers "done", or the first that failed and its error
 //   kill STEP | kill disk N     the process as soon as it comes to that step of a restore, or to the Nth disk write
 //   restore FILE         1, or the error
 //   quit
@@ -23,6 +24,7 @@
 #include <random>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -90,6 +92,34 @@ void WriteEntries(unsigned seed) {
     }
 }
 
+// Writes in every way, batches among them, and deletes about as many entries as it makes.
+std::string WriteInEveryWay(unsigned seed, int calls) {
+    std::mt19937 random(seed);
+    std::vector<CEOID> mine;
+    const auto failed = [](const char* call) { return std::string(call) + " " + std::to_string(GetLastError()); };
+    for (int i = 0; i < calls; ++i) {
+        const std::wstring text = L"busy " + std::to_wstring(random() % 1000);
+        const unsigned kind = random() % 8;
+        if (kind < 3 || mine.empty()) {
+            mine.push_back(WriteText(0, text));
+            if (mine.back() == 0) return failed("add");
+        } else if (kind < 5) {
+            if (WriteText(mine[random() % mine.size()], text) == 0) return failed("set");
+        } else if (kind < 7) {
+            if (!CeDeleteRecord(database, mine.back())) return failed("delete");
+            mine.pop_back();
+        } else {
+            if (!CeBeginBatch()) return failed("begin");
+            for (int n = 0; n < 20; ++n)
+                mine.push_back(WriteText(0, text));
+            for (int n = 0; n < 20; ++n, mine.pop_back())
+                if (!CeDeleteRecord(database, mine.back())) return failed("delete in a batch");
+            if (!CeCommitBatch()) return failed("commit");
+        }
+    }
+    return "done";
+}
+
 std::string Do(const std::string& verb, std::istringstream& line) {
     if (verb == "open") {
         std::string name;
@@ -149,6 +179,11 @@ std::string Do(const std::string& verb, std::istringstream& line) {
     }
     if (verb == "delete") return std::to_string(CeDeleteRecord(database, record));
     if (verb == "text") return ReadText(record);
+    if (verb == "busy") {
+        int calls = 0;
+        line >> calls;
+        return WriteInEveryWay(static_cast<unsigned>(number), calls);
+    }
     if (verb == "write") WriteEntries(static_cast<unsigned>(number));
     return "?";
 }

@@ -254,6 +254,32 @@ TEST_F(OrderTest, ADatabaseMayHaveFourOrders) {
     ExpectSound();
 }
 
+// Asked for many places between two changes, the store makes a table of them; a change makes it worthless.
+TEST_F(OrderTest, PlacesStayTrueThroughChangesBetweenManyQuestions) {
+    const HANDLE database = Make({{kNumber, 0}});
+    std::vector<CEOID> records;
+    CeBeginBatch();
+    for (long i = 0; i < 400; ++i)  // more than are read at either end
+        records.push_back(Add(database, i * 10));
+    CeCommitBatch();
+    const auto askForAll = [&] {
+        for (size_t place = records.size(); place-- > 0;)
+            ASSERT_EQ(PlaceOf(database, records[place]), static_cast<int>(place));
+    };
+    askForAll();
+    ASSERT_TRUE(CeDeleteRecord(database, records[100]));
+    EXPECT_EQ(PlaceOf(database, records[100]), -1);
+    records.erase(records.begin() + 100);
+    askForAll();
+    records.insert(records.begin() + 50, Add(database, 495));
+    askForAll();
+    ASSERT_NE(Write(database, {NumberValue(kNumber, 2005)}, records[20]), 0u);
+    const CEOID moved = records[20];
+    records.erase(records.begin() + 20);
+    records.insert(records.begin() + 200, moved);
+    askForAll();
+}
+
 // The order in memory is kept up with each write; it must stay what the file's index says. Text of every kind, keys
 // that come and go, through many changes.
 TEST_F(OrderTest, TheOrderInMemoryStaysThatOfTheFile) {

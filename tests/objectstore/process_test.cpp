@@ -1,4 +1,7 @@
 // Several processes on one store.
+#include <storebatch.h>
+#include <storefault.h>
+
 #include "tests/objectstore/other_process.h"
 #include "tests/objectstore/store_fixture.h"
 
@@ -48,6 +51,74 @@ TEST_F(ProcessTest, ARecordThatTheOtherDeletesIsTold) {
     EXPECT_EQ(other.Do("delete " + std::to_string(records[1])), "1");
     EXPECT_EQ(Read(database).error, DWORD{ERROR_KEY_DELETED});
     EXPECT_EQ(Step(database, 1), records[2]);
+}
+
+// However the handle came to the record: it is gone, and so is what its place would be reckoned from.
+TEST_F(ProcessTest, StepsFromARecordThatTheOtherDeletedCountFromWhereItStood) {
+    struct Way {
+        const char* label;
+        CEOID (*come)(HANDLE database, CEOID to);
+    };
+    const Way ways[] = {
+        {"by id", [](HANDLE at, CEOID to) { return SeekTo(at, to); }},
+        {"by value", [](HANDLE at, CEOID) { return SeekValue(at, CEDB_SEEK_VALUEFIRSTEQUAL, TextValue(kText, L"m")); }},
+        {"by a greater value",
+         [](HANDLE at, CEOID) { return SeekValue(at, CEDB_SEEK_VALUEGREATER, TextValue(kText, L"lz")); }},
+        {"by place", [](HANDLE at, CEOID to) { return First(at, static_cast<DWORD>(PlaceOf(at, to))); }},
+        {"by steps",
+         [](HANDLE at, CEOID to) { return First(at, static_cast<DWORD>(PlaceOf(at, to)) - 1), Step(at, 1); }},
+    };
+    CeBeginBatch();
+    for (long i = 0; i < 400; ++i)  // more than are read at either end
+        Add(database, ((i % 2 ? L"a" : L"z") + std::to_wstring(1000 + i)).c_str());
+    const CEOID before = Add(database, L"l");
+    const CEOID after = Add(database, L"n");
+    CeCommitBatch();
+    for (const Way& way : ways) {
+        for (const int step : {1, -1, 2, -2}) {
+            const CEOID record = Add(database, L"m");
+            ASSERT_EQ(way.come(database, record), record) << way.label;
+            // Records that come and go before it move its place.
+            const CEOID first = First(OpenBy(kText));
+            ASSERT_EQ(other.Do("delete " + std::to_string(first)), "1");
+            ASSERT_NE(other.Do("add l9"), "0");
+            ASSERT_EQ(other.Do("delete " + std::to_string(record)), "1");
+            const HANDLE fresh = OpenBy(kText);
+            const CEOID expected = step > 0 ? after : SeekValue(fresh, CEDB_SEEK_VALUESMALLER, TextValue(kText, L"m"));
+            SeekTo(fresh, expected);
+            const CEOID further = step == 2 || step == -2 ? Step(fresh, step / 2) : expected;
+            EXPECT_EQ(Step(database, step), further) << way.label << ", " << step;
+            EXPECT_NE(further, 0u);
+        }
+    }
+    EXPECT_NE(before, 0u);
+}
+
+TEST_F(ProcessTest, ARecordThatMovedHereIsLeftFromWhereItStoodLast) {
+    const CEOID c = Add(database, L"c");
+    ASSERT_EQ(SeekTo(database, records[0]), records[0]);
+    ASSERT_NE(Write(database, {TextValue(kText, L"e")}, records[0]), 0u);
+    ASSERT_EQ(other.Do("delete " + std::to_string(records[0])), "1");
+    EXPECT_EQ(Step(database, 1), records[2]);
+    EXPECT_NE(c, 0u);
+}
+
+// A write that has returned is seen by the next call of everybody: not a moment later, when the snapshot is old.
+TEST_F(ProcessTest, AWriteIsSeenAsSoonAsItReturnsAlsoByWhoReadWhileItWasMade) {
+    struct Meanwhile {
+        OtherProcess& other;
+        std::string count;
+    } meanwhile = {other, ""};
+    const auto read = [](void* context) {
+        auto& it = *static_cast<Meanwhile*>(context);
+        it.count = it.other.Do("count");  // takes a snapshot, which the commit makes old
+    };
+    for (int i = 0; i < 5; ++i) {  // a busy machine may let a snapshot grow too old by itself
+        CeAtStep("commit: counted", 1, read, &meanwhile);
+        ASSERT_NE(Add(database, L"x"), 0u);
+        EXPECT_EQ(meanwhile.count, std::to_string(3 + i));
+        EXPECT_EQ(other.Do("count"), std::to_string(4 + i));
+    }
 }
 
 TEST_F(ProcessTest, AWalkStepsOverARecordThatTheOtherDeletes) {

@@ -1,6 +1,8 @@
 // How other programs come to Pocket Outlook: registered, made, and let go.
 #include <pimstore.h>
 
+#include <thread>
+
 #include "tests/support/fresh_store.h"
 #include "tests/support/outlook.h"
 
@@ -41,6 +43,43 @@ TEST_F(ServerTest, IsFoundOnceRegisteredAndNotFoundBefore) {
     object->Release();
 }
 
+// As programs for the device begin: CoInitializeEx(nullptr, 0). Their threads may share what they get.
+TEST_F(ServerTest, ThreadsWithoutAnApartmentOfTheirOwnFindAndShareIt) {
+    ASSERT_EQ(PimRegisterServer(), S_OK);
+    const auto work = [](IPOutlookApp* shared) {
+        for (int i = 0; i < 20; ++i) {
+            IDispatch* item = nullptr;
+            EXPECT_EQ(shared->CreateItem(olContactItem, &item), S_OK);
+            if (!item) return;
+            IContact* contact = static_cast<IContact*>(item);
+            EXPECT_EQ(contact->Save(), S_OK);
+            contact->Release();
+        }
+    };
+    std::thread([&] {
+        ASSERT_TRUE(SUCCEEDED(CoInitializeEx(nullptr, 0)));
+        IPOutlookApp* application = nullptr;
+        EXPECT_EQ(Make(IID_IPOutlookApp, reinterpret_cast<void**>(&application)), S_OK);
+        if (application) {
+            EXPECT_EQ(application->Logon(0), S_OK);
+            std::thread other([&] { work(application); });
+            work(application);
+            other.join();
+            IFolder* folder = nullptr;
+            EXPECT_EQ(application->GetDefaultFolder(olFolderContacts, &folder), S_OK);
+            IPOutlookItemCollection* items = nullptr;
+            EXPECT_EQ(folder->get_Items(&items), S_OK);
+            int count = 0;
+            EXPECT_EQ(items->get_Count(&count), S_OK);
+            EXPECT_EQ(count, 40);
+            items->Release();
+            folder->Release();
+            application->Release();
+        }
+        CoUninitialize();
+    }).join();
+}
+
 TEST_F(ServerTest, TheLibrarysOwnEntriesRegisterAndUnregister) {
     EXPECT_EQ(Exported<HRESULT WINAPI()>("DllUnregisterServer")(), S_OK);
     IUnknown* object = nullptr;
@@ -63,7 +102,7 @@ TEST_F(ServerTest, IsRegisteredForThisUserWithItsLibraryAndItsThreading) {
     size = sizeof(text);
     EXPECT_EQ(RegGetValueW(HKEY_CURRENT_USER, kKey, L"ThreadingModel", RRF_RT_REG_SZ, nullptr, text, &size),
               ERROR_SUCCESS);
-    EXPECT_STREQ(text, L"Apartment");
+    EXPECT_STREQ(text, L"Both");
 }
 
 TEST_F(ServerTest, MakesTheApplicationObjectAloneAndNeverAsAPartOfAnother) {

@@ -50,12 +50,18 @@ int CheckCommand(Arguments arguments) {
     }
     if (!StoreIsThere()) return kExitIncomplete;
     if (!CeCheckObjectStore(PrintProblem, nullptr)) {
-        ComplainAboutStore(L"the store is not sound");
+        // A store that cannot be read just now may be as sound as any.
+        ComplainAboutStore(GetLastError() == ERROR_FILE_CORRUPT ? L"the store is not sound"
+                                                                : L"the store cannot be checked");
         return kExitIncomplete;
     }
     ConsoleJournal journal;
     if (!OpenOrComplain(journal)) return kExitIncomplete;
     if (!CheckUseCounts(journal)) return kExitIncomplete;
+    DWORD limit = 0;
+    if (CeObjectStoreLimit(&limit) && limit == ERROR_DISK_FULL) {
+        Print(L"the disk is full: the store can be read, and nothing written into it\n");
+    }
     Print(L"the store is sound; the journal holds " + Entries(journal.GetRecordCount()) + L"\n");
     return kExitDone;
 }
