@@ -1,4 +1,5 @@
-// Stretches of text in which no line can be broken at a blank.
+// Stretches of text that a rich edit lays out as one piece, however many lines they fill: words and blanks without a
+// digit or a sign between, or a word that fills lines by itself.
 #pragma once
 
 #include <win.h>
@@ -15,7 +16,7 @@ struct LongWord {
     LONG Length() const { return last - first; }
 };
 
-// The words of at least kLongWord characters.
+// The stretches of at least kLongWord characters.
 std::vector<LongWord> LongWordsOf(std::wstring_view text);
 // How many characters they have together.
 size_t LongWordCharacters(std::wstring_view text);

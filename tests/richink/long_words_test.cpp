@@ -23,19 +23,34 @@ protected:
 
 }  // namespace
 
-TEST(LongWordsTest, AreFoundBetweenBlanks) {
+TEST(LongWordsTest, AreFoundBetweenWhatIsLaidOutApart) {
     const std::wstring word(kLongWord, L'x');
     EXPECT_TRUE(LongWordsOf(L"").empty());
     EXPECT_TRUE(LongWordsOf(std::wstring(kLongWord - 1, L'x')).empty());
-    for (const wchar_t blank : {L' ', L'\t', L'\r', L'\n'}) {
-        const std::vector<LongWord> words = LongWordsOf(std::wstring(L"a") + blank + word + blank + L"b" + word);
+    for (const wchar_t apart : {L'.', L'7', L'\t', L'\r', L'\n'}) {
+        const std::vector<LongWord> words = LongWordsOf(std::wstring(L"a") + apart + word + apart + L"b" + word);
         ASSERT_EQ(words.size(), 2u);
         EXPECT_EQ(words[0].first, 2);
         EXPECT_EQ(words[0].Length(), static_cast<LONG>(kLongWord));
         EXPECT_EQ(words[1].first, 2 + static_cast<LONG>(kLongWord) + 1);
         EXPECT_EQ(words[1].Length(), static_cast<LONG>(kLongWord) + 1);
     }
-    EXPECT_EQ(LongWordCharacters(std::wstring_view(L"a " + word + L" " + word)), 2 * kLongWord);
+    EXPECT_EQ(LongWordCharacters(std::wstring_view(word + L"." + word)), 2 * kLongWord);
+}
+
+TEST(LongWordsTest, MayBeWordsWithBlanks) {
+    const auto many = [](const wchar_t* piece) {
+        std::wstring text;
+        while (text.size() < kLongWord)
+            text += piece;
+        return text;
+    };
+    for (const wchar_t* piece : {L"lorem ipsum ", L"x", L"za\u017C\u00F3\u0142\u0107 g\u0119\u015Bl\u0105 ",
+                                 L"\u4E2D\u6587", L"12345 67890 ", L"-- "})
+        EXPECT_EQ(LongWordCharacters(std::wstring_view(many(piece))), many(piece).size())
+            << testing::PrintToString(piece);
+    for (const wchar_t* piece : {L"it is so. ", L"room 12 ", L"ab1", L"line\r\n"})
+        EXPECT_EQ(LongWordCharacters(std::wstring_view(many(piece))), 0u) << testing::PrintToString(piece);
 }
 
 TEST(LongWordsTest, AreFoundInRichText) {
@@ -43,18 +58,19 @@ TEST(LongWordsTest, AreFoundInRichText) {
     for (int i = 0; i < 2'500; ++i) {
         ideographs += "\\u20013?";
         bytes += "\\'e9";
-        words += "{\\b word}\\i0  ";
+        words += "{\\b word.}\\i0  ";
     }
     const Case cases[] = {
         {"nothing", "{\\rtf1 }", 0},
         {"words", "{\\rtf1 " + words + "}", 0},
         {"a long word", "{\\rtf1 " + kLong + "}", 2'500},
-        {"two", "{\\rtf1 " + kLong + " a " + kLong + "}", 5'000},
+        {"two", "{\\rtf1 " + kLong + ".1." + kLong + "}", 5'000},
+        {"words with blanks", "{\\rtf1 " + kLong + " a " + kLong + "}", 5'003},
         {"two in two paragraphs", "{\\rtf1 " + kLong + "\\par " + kLong + "}", 5'000},
         {"one in parts", "{\\rtf1 " + kLong + "{\\b " + kLong + "}\r\n" + kLong + "}", 7'500},
         {"one of bytes", "{\\rtf1 " + bytes + "}", 2'500},
-        {"half an escape at the end", "{\\rtf1 " + kLong + "\\'e", 2'502},
-        {"half a word at the end", "{\\rtf1 " + kLong + "\\", 2'501},
+        {"half an escape at the end", "{\\rtf1 " + kLong + "\\'e", 2'500},
+        {"half a word at the end", "{\\rtf1 " + kLong + "\\", 2'500},
     };
     for (const Case& c : cases)
         EXPECT_EQ(LongWordCharacters(std::string_view(c.rtf)), c.characters) << c.label;
@@ -111,6 +127,24 @@ TEST_F(RichInkLongWordTest, IsPastedAsOneStepToUndo) {
     EXPECT_EQ(Text().size(), 20'001u);
     Write(L"b");
     EXPECT_EQ(Text().back(), L'b');
+}
+
+// Words between which nothing parts the runs: each is as long as its paragraph.
+TEST_F(RichInkLongWordTest, MayBeAParagraphOfPlainWords) {
+    std::wstring words;
+    while (words.size() < 10'000)
+        words += L"lorem ipsum ";
+    PutOnClipboard(words);
+    Send(WM_PASTE);
+    EXPECT_EQ(Text(), words);
+    EXPECT_GT(Lines(), 100);
+    for (int i = 0; i < 5; ++i)
+        Write(L"a ");
+    EXPECT_EQ(Text(), words + L"a a a a a ");
+    const std::string saved = Save(kRtf);
+    EXPECT_LT(saved.size(), 2 * words.size() + 500);
+    Load(kRtf, saved);
+    EXPECT_EQ(Save(kRtf), saved);
 }
 
 TEST_F(RichInkLongWordTest, IsPastedUpToTheLimit) {
