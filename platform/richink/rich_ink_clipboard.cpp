@@ -1,5 +1,7 @@
 // Copying and pasting. Between notes goes the rich text with its ink, in a format of our own; from other programs
 // comes plain text only, so that no picture or object gets in that the control cannot draw.
+#include <algorithm>
+
 #include "platform/richink/ink_stream.h"
 #include "platform/richink/rich_ink.h"
 #include "platform/richink/rtf_guard.h"
@@ -26,12 +28,15 @@ void Put(UINT format, const void* bytes, size_t count) {
 
 }  // namespace
 
-// Whether the selection has been dealt with.
+// The system's own copy would go through a code page. Whether the selection has been dealt with.
 bool RichInkControl::OnCopy(bool cut) {
-    if (book_.IsEmpty()) return false;
     CHARRANGE selection{};
     Base(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
-    if (selection.cpMin == selection.cpMax) return true;
+    // The end of the last paragraph is in a selection of all, but would become a line end of its own where it is
+    // pasted.
+    selection.cpMax = std::min(selection.cpMax, static_cast<LONG>(RawText().size()));
+    if (selection.cpMin >= selection.cpMax) return true;
+    Base(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&selection));
     const std::wstring raw = RawText(selection);
     std::string rich;
     std::vector<bool> isPicture;

@@ -119,6 +119,17 @@ TEST_F(RichInkLettersTest, AreCopiedAndPasted) {
     EXPECT_TRUE(AreEqual(PlainText(), text));
 }
 
+TEST_F(RichInkLettersTest, ANoteCutAndPastedIsTheSameByteForByte) {
+    Load(kRtf,
+         "{\\rtf1\\ansi\\uc1{\\fonttbl{\\f0 Tahoma;}}\\f0\\fs18 a \\b \\u937?\\b0\\par\\i two\\i0\\tab \\u322? end}");
+    const std::string before = Save(kRtf);
+    SelectAll();
+    Send(WM_CUT);
+    EXPECT_EQ(PlainText(), L"");
+    Send(WM_PASTE);
+    EXPECT_EQ(Save(kRtf), before);
+}
+
 TEST_F(RichInkLettersTest, HalfAPairIsKept) {
     const std::wstring text = L"\xD83D half \xDE00\uFFFD\U0001F600\xD83D";
     LoadText(text);
