@@ -15,15 +15,17 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 # What each folder may include from, besides itself. Arrows only point down.
 PLATFORM = {"platform"}
 BLOCKS = PLATFORM | {"text", "ui", "data"}
+EXCHANGE = PLATFORM | {"text", "data"}
 SCREENS = {"filter", "lock", "list", "export", "pickers", "editor", "outlook", "find"}
 MAY_USE = {
     "platform": set(),
     "text": PLATFORM,
     "ui": PLATFORM | {"text"},
     "data": PLATFORM | {"text"},
-    **{screen: BLOCKS | SCREENS for screen in SCREENS},
-    "app": BLOCKS | SCREENS,
-    "tools": BLOCKS | {"export"},  # the writers of its files
+    "exchange": EXCHANGE,
+    **{screen: BLOCKS | SCREENS | {"exchange"} for screen in SCREENS},
+    "app": BLOCKS | SCREENS | {"exchange"},
+    "tools": BLOCKS | {"export", "exchange"},  # readers and writers of its files
     "bench": BLOCKS | SCREENS | {"app"},
 }
 # Screens may know each other, but not in a circle: no screen includes one that stands to its right.

@@ -1,5 +1,5 @@
 // Which components a file has, and what is told of broken ones.
-#include "tools/import/components.h"
+#include "exchange/components.h"
 
 #include <gmock/gmock.h>
 

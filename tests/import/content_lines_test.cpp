@@ -1,5 +1,5 @@
 // How a file is taken apart into lines.
-#include "tools/import/content_lines.h"
+#include "exchange/content_lines.h"
 
 #include <gmock/gmock.h>
 

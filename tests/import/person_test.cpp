@@ -1,7 +1,7 @@
 // vCards as programs write them.
 #include <gmock/gmock.h>
 
-#include "tools/import/item.h"
+#include "exchange/item.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // From bytes to texts.
-#include "tools/import/text.h"
+#include "exchange/text.h"
 
 #include <gmock/gmock.h>
 
-#include "tools/import/content_lines.h"
+#include "exchange/content_lines.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Dates, times, durations and time zones as files write them.
-#include "tools/import/times.h"
+#include "exchange/times.h"
 
 #include <gtest/gtest.h>
 

@@ -1,61 +1,56 @@
 #include <win.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <string>
 
+#include "exchange/import_file.h"
 #include "tools/journal_tool/commands.h"
 #include "tools/journal_tool/console.h"
-#include "tools/journal_tool/outlook_writer.h"
+#include "tools/journal_tool/store_access.h"
 
 namespace {
-
-constexpr size_t kLargestFile = 512u << 20;  // bytes; it is read as a whole
-
-bool ReadBytes(const std::wstring& path, std::string* bytes) {
-    std::FILE* file = _wfopen(path.c_str(), L"rb");
-    if (!file) {
-        Complain(path + (errno == ENOENT ? L" is not there" : L" cannot be read"));
-        return false;
-    }
-    std::string block(1 << 20, '\0');
-    size_t count = 0;
-    while (bytes->size() <= kLargestFile && (count = std::fread(block.data(), 1, block.size(), file)) > 0)
-        bytes->append(block, 0, count);
-    const bool failed = std::ferror(file) != 0;
-    std::fclose(file);
-    if (failed) Complain(path + L" cannot be read");
-    if (bytes->size() > kLargestFile) Complain(path + L" is too large");
-    return !failed && bytes->size() <= kLargestFile;
-}
 
 std::wstring Number(int count, const wchar_t* what) {
     return std::to_wstring(count) + L" " + what;
 }
 
+std::wstring ReadFailure(int error) {
+    switch (error) {
+        case ENOENT: return L" is not there";
+        case EFBIG: return L" is too large";
+        default: return L" cannot be read";
+    }
+}
+
+const wchar_t* StoreFailure(import::OutlookWriter::Failure failure) {
+    switch (failure) {
+        case import::OutlookWriter::Failure::kOpen: return L"Pocket Outlook cannot be opened";
+        case import::OutlookWriter::Failure::kRead: return L"the store cannot be read";
+        case import::OutlookWriter::Failure::kCommit: return L"the last items were not saved";
+        default: return L"the store cannot be written";
+    }
+}
+
 // False when something was left out or failed; that was said.
-bool ImportFile(const std::wstring& path, OutlookWriter& writer) {
+bool ImportFile(const std::wstring& path, import::OutlookWriter& writer) {
     std::string bytes;
-    if (!ReadBytes(path, &bytes)) return false;
-    import::Contents contents = import::ReadFile(std::move(bytes), import::SystemClock);
-    if (contents.items.empty() && contents.problems.empty()) {
+    if (const int error = import::ReadBytes(path, &bytes); error != 0) {
+        Complain(path + ReadFailure(error));
+        return false;
+    }
+    const import::Imported imported = import::ImportBytes(std::move(bytes), writer);
+    if (imported.empty) {
         Complain(path + L": there are no people, appointments or tasks in it");
         return false;
     }
-    for (const import::Problem& problem : contents.problems) {
+    if (!imported.stored) ComplainAboutStore(StoreFailure(writer.GetFailure()));
+    for (const import::Problem& problem : imported.problems) {
         Complain(path + L", line " + std::to_wstring(problem.line) + (problem.isItem ? L" is left out: " : L": ") +
                  problem.text);
     }
-    OutlookWriter::Counts counts;
-    bool stored = true;
-    for (const import::Item& item : contents.items) {
-        stored = writer.Put(item, &counts);
-        if (!stored) break;
-    }
-    stored = writer.Finish() && stored;
-    Print(path + L": " + Number(counts.added, L"added, ") + Number(counts.changed, L"changed, ") +
-          Number(counts.unchanged, L"unchanged, ") + Number(contents.leftOut, L"left out\n"));
-    return stored && contents.problems.empty();
+    Print(path + L": " + Number(imported.counts.added, L"added, ") + Number(imported.counts.changed, L"changed, ") +
+          Number(imported.counts.unchanged, L"unchanged, ") + Number(imported.leftOut, L"left out\n"));
+    return imported.stored && imported.problems.empty();
 }
 
 }  // namespace
@@ -65,7 +60,7 @@ int ImportCommand(Arguments arguments) {
         Complain(L"import needs the name of a file");
         return kExitUsage;
     }
-    OutlookWriter writer;
+    import::OutlookWriter writer;
     bool whole = true;
     for (const wchar_t* path : arguments)
         whole = ImportFile(path, writer) && whole;

@@ -1,4 +1,4 @@
-#include "tools/journal_tool/outlook_writer.h"
+#include "exchange/outlook_writer.h"
 
 #include <storebatch.h>
 #include <storescan.h>
@@ -6,15 +6,14 @@
 #include <vector>
 
 #include "data/record_buffer.h"
-#include "tools/journal_tool/console.h"
-#include "tools/journal_tool/store_access.h"
 
+namespace import {
 namespace {
 
 constexpr int kItemsPerBatch = 2000;
 
 // The strings stay the value's.
-CEPROPVAL PropertyOf(CEPROPID id, const import::Value& value) {
+CEPROPVAL PropertyOf(CEPROPID id, const Value& value) {
     CEPROPVAL property = {};
     property.propid = id;
     switch (TypeFromPropID(id)) {
@@ -26,7 +25,7 @@ CEPROPVAL PropertyOf(CEPROPID id, const import::Value& value) {
     return property;
 }
 
-bool IsSame(const CEPROPVAL& stored, const import::Value& value) {
+bool IsSame(const CEPROPVAL& stored, const Value& value) {
     switch (TypeFromPropID(stored.propid)) {
         case CEVT_LPWSTR: return stored.val.lpwstr == std::get<std::wstring>(value);
         case CEVT_R8: return stored.val.dblVal == std::get<double>(value);
@@ -41,6 +40,11 @@ bool IsImported(CEPROPID id) {
 }
 
 }  // namespace
+
+bool OutlookWriter::Fail(Failure failure) {
+    failure_ = failure;
+    return false;
+}
 
 OutlookWriter::~OutlookWriter() {
     if (batch_) CeCancelBatch();
@@ -60,17 +64,14 @@ OutlookWriter::Folder* OutlookWriter::Open(OlDefaultFolders id) {
     if (folder.database != INVALID_HANDLE_VALUE && CeScanRecords(folder.database, 1, &kPimUid, OnRecord, &folder)) {
         return &folder;
     }
-    ComplainAboutStore(L"Pocket Outlook cannot be opened");
+    Fail(Failure::kOpen);
     return nullptr;
 }
 
-bool OutlookWriter::Put(const import::Item& item, Counts* counts) {
+bool OutlookWriter::Put(const Item& item, Counts* counts) {
     if (!batch_) {
         batch_ = CeBeginBatch();
-        if (!batch_) {
-            ComplainAboutStore(L"the store cannot be written");
-            return false;
-        }
+        if (!batch_) return Fail(Failure::kWrite);
     }
     Folder* folder = Open(item.folder);
     if (!folder) return false;
@@ -78,30 +79,26 @@ bool OutlookWriter::Put(const import::Item& item, Counts* counts) {
     if (known != folder->known.end()) {
         if (!Replace(*folder, known->second, item, counts)) return false;
     } else {
-        const import::Value uid = item.uid;
+        const Value uid = item.uid;
         std::vector<CEPROPVAL> properties = {PropertyOf(kPimUid, uid)};
         for (const auto& [id, value] : item.properties)
             properties.push_back(PropertyOf(id, value));
         const CEOID oid =
             CeWriteRecordProps(folder->database, 0, static_cast<WORD>(properties.size()), properties.data());
-        if (!oid) {
-            ComplainAboutStore(L"the store takes no more");
-            return false;
-        }
+        if (!oid) return Fail(Failure::kWrite);
         folder->known[item.uid] = oid;
         ++counts->added;
     }
     return ++pending_ < kItemsPerBatch || Finish();
 }
 
-bool OutlookWriter::Replace(const Folder& folder, CEOID oid, const import::Item& item, Counts* counts) {
+bool OutlookWriter::Replace(const Folder& folder, CEOID oid, const Item& item, Counts* counts) {
     RecordBuffer stored;
     WORD count = 0;
     DWORD size = 0;
     if (!CeSeekDatabase(folder.database, CEDB_SEEK_CEOID, oid, nullptr) ||
         !CeReadRecordProps(folder.database, CEDB_ALLOWREALLOC, &count, nullptr, stored.Put(), &size)) {
-        ComplainAboutStore(L"the store cannot be read");
-        return false;
+        return Fail(Failure::kRead);
     }
     std::vector<CEPROPVAL> changes;
     size_t same = 0;
@@ -123,8 +120,7 @@ bool OutlookWriter::Replace(const Folder& folder, CEOID oid, const import::Item&
     for (const auto& [id, value] : item.properties)
         changes.push_back(PropertyOf(id, value));
     if (!CeWriteRecordProps(folder.database, oid, static_cast<WORD>(changes.size()), changes.data())) {
-        ComplainAboutStore(L"the store cannot be written");
-        return false;
+        return Fail(Failure::kWrite);
     }
     ++counts->changed;
     return true;
@@ -134,7 +130,7 @@ bool OutlookWriter::Finish() {
     if (!batch_) return true;
     batch_ = false;
     pending_ = 0;
-    if (CeCommitBatch()) return true;
-    ComplainAboutStore(L"the last items were not saved");
-    return false;
+    return CeCommitBatch() || Fail(Failure::kCommit);
 }
+
+}  // namespace import

@@ -7,7 +7,7 @@
 #include <string>
 #include <variant>
 
-#include "tools/import/times.h"
+#include "exchange/times.h"
 
 namespace import {
 

@@ -3,7 +3,9 @@
 
 #include <map>
 
-#include "tools/import/item.h"
+#include "exchange/item.h"
+
+namespace import {
 
 // An item whose uid is there already replaces that one: whatever the file says of it holds. Items become permanent
 // every few thousand, and with Finish.
@@ -15,15 +17,19 @@ public:
         int unchanged = 0;
     };
 
+    // What the store refused last; the thread's last error says why.
+    enum class Failure { kNone, kOpen, kRead, kWrite, kCommit };
+
     OutlookWriter() = default;
     ~OutlookWriter();
     OutlookWriter(const OutlookWriter&) = delete;
     OutlookWriter& operator=(const OutlookWriter&) = delete;
 
-    // False when the store refuses the item, which was said; earlier items are not affected.
-    bool Put(const import::Item& item, Counts* counts);
-    // Makes permanent what was put since the last time. False when that fails: it was said, and those items are lost.
+    // False when the store refuses the item; earlier items are not affected.
+    bool Put(const Item& item, Counts* counts);
+    // Makes permanent what was put since the last time. False when that fails: those items are lost.
     bool Finish();
+    Failure GetFailure() const { return failure_; }
 
 private:
     struct Folder {
@@ -31,11 +37,15 @@ private:
         std::map<std::wstring, CEOID> known;  // uid -> item
     };
 
+    bool Fail(Failure failure);
     Folder* Open(OlDefaultFolders folder);
     static BOOL CALLBACK OnRecord(CEOID record, WORD count, const CEPROPVAL* values, void* folder) noexcept;
-    bool Replace(const Folder& folder, CEOID oid, const import::Item& item, Counts* counts);
+    bool Replace(const Folder& folder, CEOID oid, const Item& item, Counts* counts);
 
     std::map<OlDefaultFolders, Folder> folders_;
+    Failure failure_ = Failure::kNone;
     bool batch_ = false;
     int pending_ = 0;
 };
+
+}  // namespace import

@@ -1,4 +1,4 @@
-#include "tools/import/item.h"
+#include "exchange/item.h"
 
 #include <algorithm>
 

@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <climits>
 
-#include "tools/import/item.h"
-#include "tools/import/text.h"
+#include "exchange/item.h"
+#include "exchange/text.h"
 
 namespace import {
 namespace {

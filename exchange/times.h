@@ -6,7 +6,7 @@
 #include <map>
 #include <optional>
 
-#include "tools/import/components.h"
+#include "exchange/components.h"
 
 namespace import {
 

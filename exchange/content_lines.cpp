@@ -1,8 +1,8 @@
-#include "tools/import/content_lines.h"
+#include "exchange/content_lines.h"
 
 #include <algorithm>
 
-#include "tools/import/text.h"
+#include "exchange/text.h"
 
 namespace import {
 namespace {

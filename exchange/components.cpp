@@ -1,9 +1,9 @@
-#include "tools/import/components.h"
+#include "exchange/components.h"
 
 #include <algorithm>
 #include <array>
 
-#include "tools/import/text.h"
+#include "exchange/text.h"
 
 namespace import {
 namespace {

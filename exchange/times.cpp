@@ -1,4 +1,4 @@
-#include "tools/import/times.h"
+#include "exchange/times.h"
 
 #include <win.h>
 

@@ -1,8 +1,8 @@
-#include "tools/import/text.h"
+#include "exchange/text.h"
 
 #include <win.h>
 
-#include "tools/import/content_lines.h"
+#include "exchange/content_lines.h"
 
 namespace import {
 namespace {

@@ -1,7 +1,7 @@
 // The components of a file: what stands between a BEGIN and its END.
 #pragma once
 
-#include "tools/import/content_lines.h"
+#include "exchange/content_lines.h"
 
 namespace import {
 
