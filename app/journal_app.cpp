@@ -9,6 +9,7 @@
 #include "app/main_window.h"
 #include "lock/password_lock.h"
 #include "res/ids.h"
+#include "ui/bring_forward.h"
 
 namespace {
 
@@ -17,9 +18,7 @@ constexpr int kTries = 3;  // for the password
 // Whether the journal runs already; its window, or the screen open over it, is brought forward then.
 bool BringRunningForward(const wchar_t* className, const wchar_t* title) {
     if (FindWindowW(className, title) == nullptr) return false;
-    const HWND running = FindWindowW(className, title);
-    if (IsIconic(running)) ShowWindowAsync(running, SW_RESTORE);
-    SetForegroundWindow(GetLastActivePopup(running));
+    BringForward(FindWindowW(className, title));
     return true;
 }
 
@@ -50,7 +49,11 @@ bool JournalApp::InitInstance(HINSTANCE instance, int showFlag) {
         GetMainWindow()->SendMessage(WM_CLOSE);
         return false;
     }
-    GetMainWindow()->Show(showFlag);
+    MainWindow& window = static_cast<MainWindow&>(*GetMainWindow());
+    window.Unlock();
+    // Taps posted from outside have selected rows that the list did not hear of.
+    if (lock.IsActive()) window.List().RefreshList();
+    window.Show(showFlag);
     // The pad went while nothing else of the program was to be seen: the system may have turned to another program.
     if (lock.IsActive()) GetMainWindow()->SetForeground();
     ::SetFocus(focus);

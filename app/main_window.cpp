@@ -35,9 +35,10 @@ MainWindow::MainWindow(DbJournal& journal, SelectionMemory& selection, FilterSet
 MainWindow::~MainWindow() = default;
 
 LRESULT CALLBACK MainWindow::Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) noexcept {
-    if (message == WM_CREATE) {
+    if (message == WM_CREATE && live_ == nullptr) {
         live_ = static_cast<MainWindow*>(reinterpret_cast<CREATESTRUCTW*>(lparam)->lpCreateParams);
         live_->Attach(hwnd);
+        live_->Lock();
     }
     if (live_ == nullptr || live_->GetHandle() != hwnd) return DefWindowProcW(hwnd, message, wparam, lparam);
     const LRESULT result = live_->OnMessage(message, wparam, lparam);
@@ -49,6 +50,8 @@ LRESULT CALLBACK MainWindow::Procedure(HWND hwnd, UINT message, WPARAM wparam, L
 }
 
 LRESULT MainWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+    LRESULT refusal = 0;
+    if (locked_ && Refuses(message, wparam, lparam, &refusal)) return refusal;
     switch (message) {
         case WM_CREATE: return OnCreate();
         case WM_DESTROY: return OnDestroy();
@@ -111,7 +114,7 @@ LRESULT MainWindow::OnClose(bool asks) {
     if (asking_) return 0;
     EntryEditor::FinishOpen();  // the shell may close the program while an entry is being edited
     // Behind the password nobody is told what is in the journal.
-    if (asks && IsVisible()) {
+    if (asks && !locked_) {
         asking_ = true;
         const bool closes = MayCloseUnsaved(*this);
         asking_ = false;
@@ -134,6 +137,7 @@ LRESULT MainWindow::OnOfferUnsaved() {
 }
 
 LRESULT MainWindow::OnDestroy() {
+    RemovePropW(GetHandle(), kLockedProperty);
     if (GetMenuBar() != nullptr) CreateMenuBar(false);
     if (comInitialised_) CoUninitialize();
     comInitialised_ = false;
@@ -153,6 +157,8 @@ LRESULT MainWindow::OnSettingChange(WPARAM wparam, LPARAM lparam) {
 }
 
 LRESULT MainWindow::OnNotify(NMHDR* header) {
+    // Taps that another program posts behind an open screen.
+    if (IsBehindScreen() && (header->code == TBN_DROPDOWN || header->code == GN_CONTEXTMENU)) return 0;
     if (header->code == NMN_GETAPPREGKEY) return OnNewMenu(reinterpret_cast<NMNEWMENU*>(header));
     if (header->code == GN_CONTEXTMENU) return OnContextMenu(*reinterpret_cast<NMRGINFO*>(header));
     if (list_.IsWindow() && header->hwndFrom == list_.GetHeader()) return list_.OnNotify(header);

@@ -2,7 +2,11 @@
 // calls on the screens.
 //
 // Messages are routed in main_window.cpp, commands are carried out in main_window_commands.cpp, what other programs ask
-// for in main_window_link.cpp; the menus are opened and drawn in main_window_menu.cpp.
+// for in main_window_link.cpp; the menus are opened and drawn in main_window_menu.cpp; main_window_lock.cpp keeps it to
+// itself while the password is asked for.
+//
+// A screen that is open comes to the front: while one is open over the window, a command that would open another, or
+// change entries, does nothing else.
 #pragma once
 
 #include <deque>
@@ -35,6 +39,10 @@ public:
     // The window class's procedure. The window is created with its object as creation parameter; one at a time.
     static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam) noexcept;
 
+    // The window is locked from its creation on, and until this call neither shows nor reacts, whatever it is sent and
+    // by whom: it stays hidden, its commands and menus do nothing, and its list's rows have no text.
+    void Unlock();
+
     EntryList& List() { return list_; }
     ButtonBar& Bar() { return bar_; }
 
@@ -52,9 +60,18 @@ private:
     bool MakeControls();
     RECT ListPlace() const;
 
+    // ---- While it is locked (main_window_lock.cpp) ----
+    void Lock();
+    // Whether the message is not to be carried out, with what it is answered instead. Takes out of those that are what
+    // would show the window.
+    bool Refuses(UINT message, WPARAM wparam, LPARAM lparam, LRESULT* answer) const;
+
     // ---- Commands ----
     LRESULT OnCommand(WORD notification, WORD id);
     void OnCommandId(WORD id);
+    void OnScreenCommand(WORD id);
+    // Whether a screen or a box is open over the window.
+    bool IsBehindScreen() const { return !IsEnabled(); }
     void NewEntry();
     void ShowCurrent();
     void EditCurrent();
@@ -75,6 +92,7 @@ private:
     // ---- Entries for Pocket Outlook items (main_window_link.cpp) ----
     LRESULT OnLinkMessage(WORD kind, CEOID item);
     void BeginLinkedEntry(WORD kind, CEOID item);
+    void TellRefusedLinks();
 
     // ---- Menus ----
     LRESULT OnNewMenu(NMNEWMENU* query);
@@ -86,6 +104,7 @@ private:
     EntryList list_;
     OutlookContacts contacts_;
     std::deque<std::pair<WORD, CEOID>> waitingLinks_;  // asked for while a screen was open: kind and item
+    int refusedLinks_ = 0;                             // that came when no more could wait; not told yet
     std::unique_ptr<ContextMenu> contextMenu_;         // there while it is open
 
     DbJournal& journal_;
@@ -94,4 +113,5 @@ private:
     FindRequest find_;
     bool comInitialised_ = false;
     bool asking_ = false;  // what is to become of entries that could not be stored
+    bool locked_ = false;
 };

@@ -17,13 +17,13 @@
 #include "pickers/quick_subjects_screen.h"
 #include "res/ids.h"
 #include "ui/application.h"
+#include "ui/bring_forward.h"
 #include "ui/busy_scope.h"
 #include "ui/resource_text.h"
 
 #include <aygshell.h>
 
 LRESULT MainWindow::OnCommand(WORD notification, WORD id) {
-    if (!IsVisible()) return 0;  // the password is being asked for: nothing is opened from outside
     switch (notification) {
         case kNotifySortField: SortByField(id); return 0;
         case kNotifySortDescending: SortDescending(id != 0); return 0;
@@ -39,15 +39,27 @@ LRESULT MainWindow::OnCommand(WORD notification, WORD id) {
 
 void MainWindow::OnCommandId(WORD id) {
     switch (id) {
+        // The filter's dialog sends these two.
+        case IDM_SHOW_ALL: ClearFilter(); break;
+        case IDM_FILTER_CHANGED: SaveFilter(); break;
+        case IDM_EDIT_ENTRY:
+            // The first half of a double tap has opened the view already; what comes after it opens the editor.
+            if (!DetailView::EndToEdit()) OnScreenCommand(id);
+            break;
+        default: OnScreenCommand(id); break;
+    }
+}
+
+void MainWindow::OnScreenCommand(WORD id) {
+    if (IsBehindScreen()) return BringForward(GetHandle());
+    switch (id) {
         case IDM_SHAREDNEW:
         case IDM_NEW_ENTRY: NewEntry(); break;
         case IDM_OPEN_ENTRY: ShowCurrent(); break;
         case IDM_EDIT_ENTRY: EditCurrent(); break;
         case IDM_COPY_ENTRIES: CopySelected(); break;
         case IDM_DELETE_ENTRIES: DeleteSelected(); break;
-        case IDM_SHOW_ALL: ClearFilter(); break;
         case IDM_FILTER: EditFilter(); break;
-        case IDM_FILTER_CHANGED: SaveFilter(); break;
         case IDM_EXPORT:
         case IDM_EXPORT_SELECTED: Export(); break;
         case IDM_FIND: Find(); break;
@@ -72,8 +84,6 @@ void MainWindow::ShowCurrent() {
 }
 
 void MainWindow::EditCurrent() {
-    // The first half of a double tap has opened the view already; what comes after it opens the editor.
-    if (DetailView::EndToEdit()) return;
     if (selection_.Current() != 0) RunEditor();
 }
 

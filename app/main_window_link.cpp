@@ -1,15 +1,18 @@
 // Entries that another program asks for: for a contact, an appointment or a task of Pocket Outlook.
-#include <algorithm>
+#include <utility>
 
 #include "app/main_window.h"
 #include "data/link_message.h"
 #include "editor/entry_editor.h"
 #include "list/selection_memory.h"
 #include "outlook/linked_item.h"
+#include "res/ids.h"
+#include "ui/bring_forward.h"
+#include "ui/resource_text.h"
 
 namespace {
 
-constexpr size_t kMostWaiting = 20;
+constexpr size_t kMostWaiting = 200;  // no person gets that far: a program has gone wrong
 
 // Whether a menu of this program is open.
 bool IsInMenu() {
@@ -21,23 +24,25 @@ bool IsInMenu() {
 }  // namespace
 
 LRESULT MainWindow::OnLinkMessage(WORD kind, CEOID item) {
-    if (!IsVisible()) return 0;  // the password is being asked for
-    ReplyMessage(0);             // the sender does not wait for the user
+    ReplyMessage(kLinkTaken);  // the sender does not wait for the user
     // No screen is opened over another that might use the same panels; the entry comes when the way is free.
     if (!IsEnabled()) {
-        const std::pair link(kind, item);
-        const bool known = std::find(waitingLinks_.begin(), waitingLinks_.end(), link) != waitingLinks_.end();
-        if (!known && waitingLinks_.size() < kMostWaiting) waitingLinks_.push_back(link);
-        SetForegroundWindow(GetLastActivePopup(GetHandle()));
-        return 0;
+        if (waitingLinks_.size() < kMostWaiting) {
+            waitingLinks_.emplace_back(kind, item);
+        } else {
+            ++refusedLinks_;
+        }
+        BringForward(GetHandle());
+        return kLinkTaken;
     }
     if (IsInMenu()) {
         EndMenu();
         PostMessage(kLinkMessage, kind, static_cast<LPARAM>(item));
-        return 0;
+        return kLinkTaken;
     }
     BeginLinkedEntry(kind, item);
-    return 0;
+    if (IsWindow() && waitingLinks_.empty()) TellRefusedLinks();
+    return kLinkTaken;
 }
 
 // A screen over the window has closed, or one that was to open did not.
@@ -48,6 +53,14 @@ LRESULT MainWindow::OnEnable(bool enabled) {
         PostMessage(kLinkMessage, kind, static_cast<LPARAM>(item));
     }
     return 0;
+}
+
+void MainWindow::TellRefusedLinks() {
+    const int refused = std::exchange(refusedLinks_, 0);
+    if (refused == 0) return;
+    wchar_t text[200];
+    wsprintfW(text, LoadText(IDS_LINKS_REFUSED).c_str(), refused);
+    MessageBox(text, LoadText(IDS_APP_TITLE).c_str(), MB_OK | MB_ICONEXCLAMATION);
 }
 
 void MainWindow::BeginLinkedEntry(WORD kind, CEOID item) {

@@ -12,6 +12,7 @@ LRESULT MainWindow::OnNewMenu(NMNEWMENU* query) {
 }
 
 LRESULT MainWindow::OnContextMenu(const NMRGINFO& gesture) {
+    if (contextMenu_) return 0;  // asked for once more while it is open
     contextMenu_ = std::make_unique<ContextMenu>();
     contextMenu_->Open(*this, gesture.ptAction);
     contextMenu_.reset();

@@ -27,11 +27,6 @@ INT_PTR EntryEditor::Run(Window& owner, DbJournal& journal, const PimData& item,
 }
 
 INT_PTR EntryEditor::RunModal(Window& owner, const FormRecord& record) {
-    // A request of another program comes although the owner is disabled.
-    if (live_) {
-        live_->SetForeground();
-        return -1;
-    }
     DialogParams params(this, const_cast<FormRecord*>(&record));
     return DoModal(Application::Current()->GetInstance(), IDD_FRAME, owner.GetHandle(), Procedure, &params);
 }

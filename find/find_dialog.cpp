@@ -20,10 +20,6 @@ constexpr wchar_t kMatchCase[] = L"MatchCase";
 FindDialog* FindDialog::live_ = nullptr;
 
 INT_PTR FindDialog::Run(Window& owner, FindRequest& request) {
-    if (live_ != nullptr) {
-        live_->SetForeground();
-        return -1;
-    }
     FindDialog dialog(request);
     DialogParams params(&dialog);
     return dialog.DoModal(GetModuleHandleW(nullptr), IDD_FIND, owner.GetHandle(), Procedure, &params);

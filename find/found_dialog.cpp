@@ -22,10 +22,6 @@ FoundDialog::FoundDialog(DbJournal& journal, SelectionMemory& selection, FindReq
     : journal_(journal), selection_(selection), request_(request), start_(selection.Current()) {}
 
 INT_PTR FoundDialog::Run(Window& owner, DbJournal& journal, SelectionMemory& selection, FindRequest& request) {
-    if (live_ != nullptr) {
-        live_->SetForeground();
-        return -1;
-    }
     FoundDialog dialog(journal, selection, request);
     DialogParams params(&dialog);
     return dialog.DoModal(GetModuleHandleW(nullptr), IDD_FOUND, owner.GetHandle(), Procedure, &params);

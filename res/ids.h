@@ -75,6 +75,7 @@
 #define IDS_DELETE 20027
 #define IDS_EXPORT_SELECTED 20028
 #define IDS_NO_ENTRIES 20029
+#define IDS_LINKS_REFUSED 20015
 
 // ---- Empty full-screen frame, shared by screens that make their controls themselves; fixed ----
 #define IDD_FRAME 151
@@ -222,6 +223,8 @@
 #define IDS_LOCK_INCONSISTENT 20803
 #define IDS_LOCK_NOT_SET 20804
 #define IDS_LOCK_CLEAR 20805
+#define IDS_LOCK_TOO_LONG 20806
+#define IDS_LOCK_NOT_STORED 20807
 
 // ---- Export ----
 // Fixed.

@@ -1,8 +1,13 @@
 #include "ui/dialog.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "ui/bring_forward.h"
 #include "ui/dialog_template.h"
+
+Dialog* Dialog::top_ = nullptr;
+DialogParams* Dialog::beginning_ = nullptr;
 
 HWND Dialog::GetDlgItem(int id) const {
     return ::GetDlgItem(GetHandle(), id);
@@ -71,17 +76,42 @@ bool Dialog::AttachIfNone(HWND handle) {
 }
 
 INT_PTR Dialog::DoModal(HINSTANCE instance, UINT templateId, HWND owner, DLGPROC procedure, DialogParams* params) {
+    if (const Dialog* open = FindOpen(procedure)) {
+        BringForward(open->GetHandle());
+        return -1;
+    }
     const DialogTemplate dialogTemplate(instance, templateId);
     if (dialogTemplate.Get() == nullptr) return -1;
-    return ::DialogBoxIndirectParamW(instance, dialogTemplate.Get(), owner, procedure,
-                                     reinterpret_cast<LPARAM>(params));
+    procedure_ = procedure;
+    below_ = std::exchange(top_, this);
+    beginning_ = params;
+    const INT_PTR result =
+        ::DialogBoxIndirectParamW(instance, dialogTemplate.Get(), owner, procedure, reinterpret_cast<LPARAM>(params));
+    beginning_ = nullptr;
+    top_ = below_;
+    return result;
+}
+
+const Dialog* Dialog::FindOpen(DLGPROC procedure) {
+    const Dialog* dialog = top_;
+    while (dialog != nullptr && dialog->procedure_ != procedure)
+        dialog = dialog->below_;
+    return dialog;
+}
+
+const DialogParams* Dialog::TakeParams(LPARAM lparam) {
+    if (beginning_ == nullptr || lparam != reinterpret_cast<LPARAM>(beginning_)) return nullptr;
+    return std::exchange(beginning_, nullptr);
 }
 
 HWND Dialog::CreateModeless(HINSTANCE instance, UINT templateId, HWND owner, DLGPROC procedure, DialogParams* params) {
     const DialogTemplate dialogTemplate(instance, templateId);
     if (dialogTemplate.Get() == nullptr) return nullptr;
-    return ::CreateDialogIndirectParamW(instance, dialogTemplate.Get(), owner, procedure,
-                                        reinterpret_cast<LPARAM>(params));
+    beginning_ = params;
+    const HWND made = ::CreateDialogIndirectParamW(instance, dialogTemplate.Get(), owner, procedure,
+                                                   reinterpret_cast<LPARAM>(params));
+    beginning_ = nullptr;
+    return made;
 }
 
 INT_PTR Dialog::OnInitDialog(void*) {

@@ -55,7 +55,9 @@ public:
     // Attaches a handle only when none is attached. True when the object has a handle afterwards.
     virtual bool AttachIfNone(HWND handle);
     // Runs the dialog template `templateId` of `instance` modally over `owner`. `procedure` gets `params` as the
-    // lParam of WM_INITDIALOG. Answers the result given to EndDialog, -1 when the template is missing or bad.
+    // lParam of WM_INITDIALOG. Answers the result given to EndDialog, -1 when the template is missing or bad. A screen
+    // is open once at most: when a dialog of that procedure runs already, whoever asked for another, that one comes to
+    // the front, and the answer is -1 at once.
     virtual INT_PTR DoModal(HINSTANCE instance, UINT templateId, HWND owner, DLGPROC procedure, DialogParams* params);
     // The same without waiting: answers the dialog, 0 on failure. `params` must live until WM_INITDIALOG is over.
     virtual HWND CreateModeless(HINSTANCE instance, UINT templateId, HWND owner, DLGPROC procedure,
@@ -68,7 +70,8 @@ protected:
 
     // The beginning every dialog shares: takes the object out of the parameter block, keeps it in the procedure's
     // `live` pointer, attaches the handle, lets the shell initialise the dialog (an OK button, sized to the screen) and
-    // ends with OnInitDialog, whose answer it returns. One dialog of a kind at a time.
+    // ends with OnInitDialog, whose answer it returns. A WM_INITDIALOG that no dialog of ours begins with (anybody may
+    // send one) is not handled.
     template <class Screen>
     static INT_PTR Begin(HWND hwnd, LPARAM lparam, Screen*& live);
 
@@ -84,6 +87,15 @@ protected:
     static constexpr DWORD kInitFlags = 3;
 
 private:
+    // The parameter block that WM_INITDIALOG came with, once for each dialog made; null for any other lParam.
+    static const DialogParams* TakeParams(LPARAM lparam);
+    static const Dialog* FindOpen(DLGPROC procedure);
+
+    static Dialog* top_;              // the modal dialog begun last
+    static DialogParams* beginning_;  // of the dialog that is being made
+
+    Dialog* below_ = nullptr;  // the modal dialog that was on top when this one was begun
+    DLGPROC procedure_ = nullptr;
     SHACTIVATEINFO activation_ = {};
 };
 
@@ -108,8 +120,9 @@ constexpr bool IsStoreNotification(UINT message) {
 
 template <class Screen>
 INT_PTR Dialog::Begin(HWND hwnd, LPARAM lparam, Screen*& live) {
-    assert(live == nullptr);
-    const auto* params = reinterpret_cast<const DialogParams*>(lparam);
+    const DialogParams* params = TakeParams(lparam);
+    if (params == nullptr) return FALSE;
+    assert(live == nullptr);  // DoModal sees to it, and whoever makes a panel
     Dialog& dialog = *params->dialog;
     live = static_cast<Screen*>(&dialog);
     dialog.Attach(hwnd);
@@ -119,8 +132,9 @@ INT_PTR Dialog::Begin(HWND hwnd, LPARAM lparam, Screen*& live) {
 
 template <class Screen>
 INT_PTR Dialog::BeginPanel(HWND hwnd, LPARAM lparam, Screen*& live) {
-    assert(live == nullptr);
-    const auto* params = reinterpret_cast<const DialogParams*>(lparam);
+    const DialogParams* params = TakeParams(lparam);
+    if (params == nullptr) return FALSE;
+    assert(live == nullptr);  // DoModal sees to it, and whoever makes a panel
     Dialog& dialog = *params->dialog;
     live = static_cast<Screen*>(&dialog);
     dialog.Attach(hwnd);

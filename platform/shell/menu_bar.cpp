@@ -211,6 +211,10 @@ void MenuBar::SetButtonWidth(HWND bar, UINT command, int width) const {
     SendMessageW(bar, TB_SETBUTTONINFOW, command, reinterpret_cast<LPARAM>(&info));
 }
 
+bool MenuBar::CanAct() const {
+    return IsWindowVisible(owner_) && IsWindowEnabled(owner_);
+}
+
 bool MenuBar::HasPanelButton() const {
     return (GetWindowLongW(panel_, GWL_STYLE) & WS_VISIBLE) != 0;
 }

@@ -24,6 +24,9 @@ public:
 
     void ShowDone(bool shown);
 
+    // Whether the screen can be used: behind a modal dialog, or hidden, its bar does nothing, whoever posts it taps.
+    bool CanAct() const;
+
     // The button that raises and lowers the input panel.
     bool HasPanelButton() const;
     void ShowPanelState() const;

@@ -53,7 +53,10 @@ void MenuBar::DrawFrame(HDC dc) const {
     FillColour(dc, area, kLine);
 }
 
-LRESULT CALLBACK MenuBar::BarProcedure(HWND bar, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR) {
+LRESULT CALLBACK MenuBar::BarProcedure(HWND bar, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
+                                       DWORD_PTR object) {
+    const bool isMouse = message >= WM_MOUSEFIRST && message <= WM_MOUSELAST;
+    if (isMouse && !reinterpret_cast<const MenuBar*>(object)->CanAct()) return 0;
     switch (message) {
         case WM_ERASEBKGND: {
             RECT area;

@@ -10,6 +10,7 @@ bool MenuBar::IsTwoPart(UINT command) {
 
 // The buttons are the bar's own only inside it: outside, a command looks like any other control's.
 void MenuBar::Send(UINT command) const {
+    if (!CanAct()) return;
     if (command == kInputPanelCommand) return InputPanel::SetUp(!InputPanel::IsUp());
     SendMessageW(owner_, WM_COMMAND, MAKEWPARAM(command, 0), reinterpret_cast<LPARAM>(frame_));
 }
@@ -21,6 +22,7 @@ bool MenuBar::HasPopup(UINT command) {
 
 // The toolbar asks on the press. Treating a press as one on a plain button leaves the command to the release.
 LRESULT MenuBar::OnDropDown(const NMTOOLBARW& notice) {
+    if (!CanAct()) return TBDDRET_NODEFAULT;
     const UINT command = static_cast<UINT>(notice.iItem);
     if (!HasPopup(command)) return TBDDRET_TREATPRESSED;
     if (IsTwoPart(command)) {

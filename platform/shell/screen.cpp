@@ -180,6 +180,7 @@ bool Screen::OnCommand(WPARAM wparam, LPARAM lparam) {
 }
 
 bool Screen::OnContextMenu(HWND clicked, LPARAM position) {
+    if (!IsWindowEnabled(window_)) return true;  // behind a modal dialog
     const bool byKey = position == -1;
     const POINT at = byKey ? KeyPoint(clicked) : PointOf(position);
     RECT client;
@@ -195,7 +196,7 @@ bool Screen::OnContextMenu(HWND clicked, LPARAM position) {
 
 bool Screen::OnKeyMenu(wchar_t letter) {
     MenuBar* bar = BarHeight() ? MenuBar::Of(bar_) : nullptr;
-    return bar && bar->TrackKeys(letter);
+    return bar && bar->CanAct() && bar->TrackKeys(letter);
 }
 
 LRESULT CALLBACK Screen::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR data) {

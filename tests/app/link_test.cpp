@@ -175,7 +175,7 @@ TEST_F(LinkTest, WhileThePasswordIsAskedForItIsIgnored) {
     app_->WriteInt(L"Options", L"pwActive", 1);
     PadVisits pads;
     pads.Expect([&] {
-        SendMessageW(FindWindowW(L"JCLASS", nullptr), 1126, 3, 0);
+        EXPECT_EQ(SendMessageW(FindWindowW(L"JCLASS", nullptr), 1126, 3, 0), 1);
         pads.Tap(L"1204");
     });
     ASSERT_TRUE(Start());
@@ -192,7 +192,7 @@ TEST_F(LinkTest, WhileAScreenIsOpenItWaitsForItsEnd) {
         EnableWindow(window_->GetHandle(), FALSE);
         Request(0, first);
         Request(0, second);
-        Request(0, first);  // asked for twice, begun once
+        Request(0, first);  // each request is an entry
         Settle();
         EXPECT_THAT(FakeEditor::items, IsEmpty());
         EnableWindow(window_->GetHandle(), TRUE);
@@ -205,7 +205,25 @@ TEST_F(LinkTest, WhileAScreenIsOpenItWaitsForItsEnd) {
     };
     Command(IDM_OPTIONS);
     Settle();
-    EXPECT_THAT(Begun(), ElementsAre(L"Abel, Anna", L"Brook, Ben"));
+    EXPECT_THAT(Begun(), ElementsAre(L"Abel, Anna", L"Brook, Ben", L"Abel, Anna"));
+}
+
+TEST_F(LinkTest, ManyThatWaitAreAllBegunAndWhatIsTooManyIsTold) {
+    ASSERT_TRUE(Start());
+    const CEOID oid = Outlook().AddContact(L"Abel, Anna", L"");
+    EnableWindow(window_->GetHandle(), FALSE);
+    for (int request = 0; request < 203; ++request)
+        Request(0, oid);
+    FakeEditor::editItem = [&](const PimData&) {
+        EnableWindow(window_->GetHandle(), FALSE);
+        EnableWindow(window_->GetHandle(), TRUE);
+        return CEOID{0};
+    };
+    boxes_.Expect(L"Quillon Journal", L"3 requests for entries could not be kept: too many were waiting.");
+    EnableWindow(window_->GetHandle(), TRUE);
+    EXPECT_TRUE(PumpUntil([] { return FakeEditor::items.size() == 200; }));
+    Settle();
+    EXPECT_THAT(FakeEditor::items, SizeIs(200));
 }
 
 TEST_F(LinkTest, BehindAMessageBoxItWaits) {

@@ -50,6 +50,18 @@ protected:
     std::vector<CEOID> ids_;
 };
 
+TEST_F(OpenContextMenuTest, AskedForOnceMoreWhileItIsOpenItStaysTheOne) {
+    int opened = 0;
+    WithMenu([&] { HoldAt(At(30, 30)); },
+             [&](HWND) {
+                 ++opened;
+                 HoldAt(At(60, 60));
+                 HoldAt(At(20, 20));
+             });
+    EXPECT_EQ(opened, 1);
+    EXPECT_TRUE(window_->IsEnabled());
+}
+
 struct Opening {
     const char* name;
     POINT at;     // hundredths of the client area

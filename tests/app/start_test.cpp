@@ -109,6 +109,8 @@ public:
     RunningWindow(const RunningWindow&) = delete;
     RunningWindow& operator=(const RunningWindow&) = delete;
 
+    HWND Handle() const { return handle_; }
+
     static int activations;
 
 private:
@@ -132,6 +134,19 @@ TEST_F(StartTest, ASecondStartBringsTheRunningWindowForwardAndEnds) {
     EXPECT_EQ(app_->GetMainWindow(), nullptr);
     EXPECT_EQ(RunningWindow::activations, 1);
     DestroyWindow(other);
+}
+
+TEST_F(StartTest, ASecondStartBringsBackAScreenThatWasMinimised) {
+    const RunningWindow running;
+    const HWND screen = CreateWindowExW(0, L"STATIC", L"screen", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 100, 100,
+                                        running.Handle(), nullptr, GetModuleHandleW(nullptr), nullptr);
+    SetForegroundWindow(screen);
+    EnableWindow(running.Handle(), FALSE);
+    ShowWindow(screen, SW_MINIMIZE);
+    ASSERT_TRUE(IsIconic(screen));
+    EXPECT_FALSE(Start());
+    EXPECT_TRUE(PumpUntil([&] { return !IsIconic(screen); }));
+    EXPECT_TRUE(IsWindowVisible(screen));
 }
 
 TEST_F(StartTest, AClassOfThatNameEndsTheStartSilently) {

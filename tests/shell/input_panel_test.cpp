@@ -199,6 +199,7 @@ TEST_F(InputPanelTest, ABackspaceThatIsHeldGoesOn) {
     EXPECT_TRUE(PumpUntil([&] { return Text().empty(); }));
     Release();
     PumpOnce();
+    EXPECT_FALSE(KillTimer(Panel(), 1)) << "the next key that is held would be struck again";
     Tap(L"b");
     ExpectText(L"b");
 }
@@ -245,6 +246,27 @@ TEST_F(InputPanelTest, FollowsTheSizeOfItsScreen) {
     EXPECT_GT(panel.bottom - panel.top, Px(100));
     Tap(L"z");
     ExpectText(L"z");
+}
+
+TEST_F(InputPanelTest, AMinimisedScreenHasNone) {
+    Raise();
+    ShowWindow(Window(), SW_MINIMIZE);
+    ASSERT_TRUE(IsIconic(Window()));
+    EXPECT_EQ(Panel(), nullptr);
+    EXPECT_TRUE(IsUp());
+    ShowWindow(Window(), SW_RESTORE);
+    PumpOnce();
+    EXPECT_NE(Panel(), nullptr);
+}
+
+TEST_F(InputPanelTest, RaisedWhileAScreenIsMinimisedItComesWithTheScreen) {
+    ShowWindow(Window(), SW_MINIMIZE);
+    SetPanel(true);
+    PumpOnce();
+    EXPECT_EQ(Panel(), nullptr);
+    ShowWindow(Window(), SW_RESTORE);
+    PumpOnce();
+    EXPECT_NE(Panel(), nullptr);
 }
 
 TEST_F(InputPanelTest, ABarWithoutTheButtonHasNoPanel) {

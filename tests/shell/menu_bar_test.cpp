@@ -331,6 +331,43 @@ TEST_F(MenuBarTest, ARightClickOnTheBarIsNotTheScreensContextMenu) {
     EXPECT_TRUE(codes.empty());
 }
 
+// What other programs can do to a bar without a mouse: post it taps and keys.
+TEST_F(MenuBarTest, BehindAModalDialogOrHiddenItDoesNothing) {
+    bool opened = false;
+    WhenMenuOpens([&](HWND) {
+        opened = true;
+        EndMenu();
+    });
+    const auto tapEverything = [&] {
+        const auto buttons = static_cast<int>(SendMessageW(Toolbar(), TB_BUTTONCOUNT, 0, 0));
+        for (int button = 0; button < buttons; ++button) {
+            RECT place{};
+            SendMessageW(Toolbar(), TB_GETITEMRECT, button, reinterpret_cast<LPARAM>(&place));
+            const LPARAM at = MAKELPARAM(place.right - 3, place.bottom / 2);
+            PostMessageW(Toolbar(), WM_LBUTTONDOWN, MK_LBUTTON, at);
+            PostMessageW(Toolbar(), WM_LBUTTONUP, 0, at);
+        }
+        PumpOnce();
+        for (const wchar_t letter : {L't', L'n'})
+            SendMessageW(Window(), WM_SYSCOMMAND, SC_KEYMENU, letter);
+        SendMessageW(Window(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Window()), -1);
+        SendMessageW(Bar(), WM_COMMAND, kInputPanelCommand, 0);
+        PumpOnce();
+    };
+    int notices = 0;
+    onNotify = [&](NMHDR*) { return ++notices, 0; };
+    Forget();
+    EnableWindow(Window(), FALSE);
+    tapEverything();
+    EXPECT_TRUE(Commands().empty());
+    EXPECT_EQ(notices, 0);
+    EnableWindow(Window(), TRUE);
+    ShowWindow(Window(), SW_HIDE);
+    tapEverything();
+    EXPECT_TRUE(Commands().empty());
+    EXPECT_FALSE(opened);
+}
+
 TEST_F(MenuBarTest, TheKeyboardWalksToAButtonAndPressesIt) {
     Type(VK_F10);
     Type(VK_RIGHT);

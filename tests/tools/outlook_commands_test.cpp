@@ -202,6 +202,8 @@ public:
     JournalWindow(const JournalWindow&) = delete;
     JournalWindow& operator=(const JournalWindow&) = delete;
 
+    void Lock() { SetPropW(window_, L"Journal.Locked", reinterpret_cast<HANDLE>(1)); }
+
     static inline std::vector<std::pair<WPARAM, LPARAM>> requests;
 
 private:
@@ -224,6 +226,17 @@ TEST_F(OutlookCommandsTest, LinkAsksTheRunningJournal) {
     }
     EXPECT_TRUE(PumpUntil([] { return JournalWindow::requests.size() == 3; }));
     EXPECT_THAT(JournalWindow::requests, ElementsAre(std::pair(0, 4711), std::pair(1, 4711), std::pair(2, 4711)));
+}
+
+TEST_F(OutlookCommandsTest, LinkSaysWhenTheJournalIsLocked) {
+    JournalWindow journal;
+    journal.Lock();
+    const ToolRun run = RunTool({L"link", L"contact", L"4711"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_THAT(run.complaints, HasSubstr("the journal is locked: enter its password first"));
+    EXPECT_THAT(run.output, IsEmpty());
+    PumpOnce();
+    EXPECT_THAT(JournalWindow::requests, IsEmpty());
 }
 
 TEST_F(OutlookCommandsTest, LinkSaysWhenNoJournalRuns) {

@@ -150,6 +150,50 @@ TEST(DialogTest, MessagesBeforeInitialisationAreNotHandled) {
     EXPECT_GE(SmallDialog::early, 2);  // WM_INITDIALOG itself is one
 }
 
+TEST(DialogTest, AScreenThatIsOpenComesToTheFrontInsteadOfOpeningTwice) {
+    SmallDialog dialog;
+    SmallDialog another;
+    dialog.onInit = [&] {
+        dialog.Show();
+        EXPECT_EQ(another.Run(), -1);
+        EXPECT_EQ(another.GetHandle(), nullptr);
+        EXPECT_EQ(SmallDialog::Live(), &dialog);
+        EXPECT_EQ(GetActiveWindow(), dialog.GetHandle());
+        dialog.EndOk();
+    };
+    EXPECT_EQ(dialog.Run(), 1);
+    another.onInit = [&] { another.EndOk(); };
+    EXPECT_EQ(another.Run(), 1) << "the first one is closed";
+}
+
+TEST(DialogTest, AScreenThatWasMinimisedIsRestored) {
+    SmallDialog dialog;
+    dialog.onInit = [&] {
+        dialog.Show();
+        dialog.Show(SW_MINIMIZE);
+        ASSERT_TRUE(IsIconic(dialog.GetHandle()));
+        EXPECT_EQ(SmallDialog().Run(), -1);
+        EXPECT_TRUE(PumpUntil([&] { return !IsIconic(dialog.GetHandle()); }));
+        dialog.EndOk();
+    };
+    EXPECT_EQ(dialog.Run(), 1);
+}
+
+TEST(DialogTest, AnInitialisationSentFromOutsideChangesNothing) {
+    SmallDialog dialog;
+    int data = 0;
+    int times = 0;
+    dialog.onInit = [&] {
+        if (++times > 1) return;
+        for (const LPARAM lparam : {LPARAM{0}, LPARAM{1}, reinterpret_cast<LPARAM>(&data)})
+            dialog.SendMessage(WM_INITDIALOG, 0, lparam);
+        dialog.EndOk();
+    };
+    EXPECT_EQ(dialog.Run(nullptr, &data), 1);
+    EXPECT_EQ(dialog.receivedData, &data);
+    EXPECT_EQ(times, 1);
+}
+
 TEST(DialogTest, CommandsAndSettingChangesReachTheScreen) {
     SmallDialog dialog;
     ASSERT_NE(dialog.Open(), nullptr);

@@ -30,6 +30,10 @@ int LinkCommand(Arguments arguments) {
         Complain(L"no journal is running: start it first");
         return kExitIncomplete;
     }
+    if (GetPropW(journal, kLockedProperty)) {
+        Complain(L"the journal is locked: enter its password first");
+        return kExitIncomplete;
+    }
     DWORD process = 0;
     GetWindowThreadProcessId(journal, &process);
     AllowSetForegroundWindow(process);  // its editor comes to the front
