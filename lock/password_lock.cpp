@@ -36,14 +36,18 @@ bool PasswordLock::Set() {
     first_.clear();
     second_.clear();
     if (!Ask(PinPad::kNew)) return false;
+    // Digits that could not be read back would lock their owner out for good.
+    if (first_.size() >= RegistryKey::kMaxText) return Refuse(IDS_LOCK_TOO_LONG);
     if (!first_.empty() && !Ask(PinPad::kAgain)) return false;
-    if (!first_.empty() && IsSame(first_, second_) && Activate()) {
-        owner_.MessageBox(LoadText(IDS_LOCK_ACTIVE).c_str(), LoadText(IDS_LOCK_TITLE).c_str(),
-                          MB_OK | MB_ICONINFORMATION);
-        return true;
-    }
-    owner_.MessageBox(LoadText(IDS_LOCK_INCONSISTENT).c_str(), LoadText(IDS_LOCK_NOT_SET).c_str(),
-                      MB_OK | MB_ICONEXCLAMATION);
+    if (first_.empty() || !IsSame(first_, second_)) return Refuse(IDS_LOCK_INCONSISTENT);
+    if (!Activate()) return Refuse(IDS_LOCK_NOT_STORED);
+    owner_.MessageBox(LoadText(IDS_LOCK_ACTIVE).c_str(), LoadText(IDS_LOCK_TITLE).c_str(), MB_OK | MB_ICONINFORMATION);
+    return true;
+}
+
+// Tells why no lock was turned on; answers false, as Set then does.
+bool PasswordLock::Refuse(unsigned int reason) const {
+    owner_.MessageBox(LoadText(reason).c_str(), LoadText(IDS_LOCK_NOT_SET).c_str(), MB_OK | MB_ICONEXCLAMATION);
     return false;
 }
 
@@ -62,10 +66,8 @@ std::wstring PasswordLock::Stored() const {
     return password;
 }
 
-// Digits that could not be read back would lock their owner out for good: too many for the settings are refused, and
-// the lock goes on only over a password that is stored.
+// The lock goes on only over a password that is stored: without one nothing would open it.
 bool PasswordLock::Activate() {
-    if (first_.size() >= RegistryKey::kMaxText) return false;
     RegistryKey& settings = *Application::Current();
     return settings.WriteString(subkey_, kPassword, first_) && settings.WriteInt(subkey_, kActive, 1) && IsActive();
 }

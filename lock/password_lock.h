@@ -38,6 +38,7 @@ private:
     // The stored password; empty when there is none that can be read.
     std::wstring Stored() const;
     bool Activate();
+    bool Refuse(unsigned int reason) const;
 
     std::wstring first_;
     std::wstring second_;

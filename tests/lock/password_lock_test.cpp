@@ -1,5 +1,8 @@
 // Asking for, setting and clearing the password, and what the settings hold of it.
+#include <vector>
+
 #include "tests/lock/lock_fixture.h"
+#include "tests/support/replaced_import.h"
 
 namespace {
 
@@ -15,6 +18,40 @@ std::wstring Words(DWORD error) {
 
 const std::wstring kDenied = L"Incorrect Password!\nAccess Denied";
 const std::wstring kInconsistent = L"Inconsistently Entered Passwords. Password NOT Active";
+
+// Looks at some windows as soon as a message box is in front.
+class BoxWatch {
+public:
+    explicit BoxWatch(std::vector<HWND> windows) {
+        windows_ = std::move(windows);
+        boxes_ = usable_ = 0;
+        hook_ = SetWindowsHookExW(WH_CBT, OnHook, nullptr, GetCurrentThreadId());
+    }
+    ~BoxWatch() { UnhookWindowsHookEx(hook_); }
+    BoxWatch(const BoxWatch&) = delete;
+    BoxWatch& operator=(const BoxWatch&) = delete;
+
+    int Boxes() const { return boxes_; }
+    int Usable() const { return usable_; }  // of the windows, while a box was there
+
+private:
+    static LRESULT CALLBACK OnHook(int code, WPARAM wparam, LPARAM lparam) {
+        wchar_t title[40] = L"";
+        GetWindowTextW(reinterpret_cast<HWND>(wparam), title, 40);
+        if (code == HCBT_ACTIVATE && lstrcmpW(title, L"Quillon Journal") == 0) {
+            ++boxes_;
+            for (const HWND window : windows_)
+                usable_ += IsWindowEnabled(window) ? 1 : 0;
+        }
+        return CallNextHookEx(nullptr, code, wparam, lparam);
+    }
+
+    static inline std::vector<HWND> windows_;
+    static inline int boxes_;
+    static inline int usable_;
+
+    HHOOK hook_;
+};
 
 class PasswordLockTest : public LockFixture {
 protected:
@@ -221,12 +258,42 @@ TEST_F(PasswordLockTest, TheMostDigitsThatCanBeReadBackOpenIt) {
 
 TEST_F(PasswordLockTest, MoreDigitsThanCanBeReadBackAreRefused) {
     const std::wstring many(156, L'3');
-    pads_.ExpectDigits(many);
-    pads_.ExpectDigits(many);
-    ExpectNotSet();
+    pads_.ExpectDigits(many);  // and no second pad: nothing typed there could be right
+    boxes_.Expect(L"Password NOT Set", L"A password has at most 155 digits. Password NOT Active");
     EXPECT_FALSE(Set());
     EXPECT_EQ(Active(), -1);
     EXPECT_EQ(Stored(), L"<none>");
+}
+
+TEST_F(PasswordLockTest, APasswordThatCannotBeStoredIsToldSo) {
+    ReplacedImport noWrite(
+        nullptr, "RegSetValueExW",
+        +[](HKEY, const wchar_t*, DWORD, DWORD, const BYTE*, DWORD) -> LSTATUS { return ERROR_DISK_FULL; });
+    pads_.ExpectDigits(L"12");
+    pads_.ExpectDigits(L"12");
+    boxes_.Expect(L"Error", MessageBoxes::SystemText(ERROR_DISK_FULL));
+    boxes_.Expect(L"Password NOT Set", L"The password could not be stored. Password NOT Active");
+    EXPECT_FALSE(Set());
+    EXPECT_EQ(Active(), -1);
+}
+
+TEST_F(PasswordLockTest, TheDeniedBoxKeepsEveryWindowOfTheProgramDisabled) {
+    TurnOn(L"12");
+    Window other;
+    other.Create(L"STATIC", L"Other", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100, nullptr, nullptr, GetModuleHandleW(nullptr),
+                 nullptr);
+    other.Show();
+    pads_.ExpectDigits(L"3");
+    ExpectDenied();
+    {
+        const BoxWatch watch({owner_.GetHandle(), other.GetHandle()});
+        EXPECT_FALSE(Check());
+        EXPECT_EQ(watch.Boxes(), 1);
+        EXPECT_EQ(watch.Usable(), 0);
+    }
+    EXPECT_TRUE(owner_.IsEnabled());
+    EXPECT_TRUE(other.IsEnabled());
+    other.Destroy();
 }
 
 // ---- Clear ----
