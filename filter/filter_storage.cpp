@@ -33,11 +33,19 @@ DateTime ReadTime(const FilterStore& store, const wchar_t* lowName, const wchar_
     return {low, high};
 }
 
-// How many categories are stored. More than a database can hold were never stored: the number is damaged.
+// How many categories are stored. More than a database can hold were never stored: the number is damaged. One that
+// nobody's list is as long as is believed only as far as there are names, and no further than can be read at a start.
 int ReadCount(const FilterStore& store) {
     constexpr int kMost = 0xFFFF;
-    const int32_t count = store.ReadNumber(kCount);
-    return count >= 0 && count <= kMost ? count : 0;
+    constexpr int kUnlikely = 500;
+    constexpr int kMostRead = 5000;
+    const int32_t stored = store.ReadNumber(kCount);
+    if (stored < 0 || stored > kMost) return 0;
+    if (stored <= kUnlikely) return stored;
+    int count = 0;
+    while (count < stored && count < kMostRead && !store.ReadText(NameOf(count)).empty())
+        ++count;
+    return count;
 }
 
 }  // namespace

@@ -84,11 +84,12 @@ OpenedKey OpenForWriting(HKEY parent, const std::wstring& subkey) {
 }
 
 // Reads a value of that type into `data`; `size` is the room there in bytes, and then the bytes read. False when the
-// value is missing or of another type, or cannot be read, which is shown.
+// value is missing or of another type, however long, or cannot be read, which is shown.
 bool ReadValue(HKEY key, const std::wstring& name, DWORD wantedType, void* data, DWORD& size) {
     DWORD type = 0;
     const LSTATUS result = RegQueryValueExW(key, name.c_str(), nullptr, &type, static_cast<BYTE*>(data), &size);
     if (result == ERROR_FILE_NOT_FOUND) return false;
+    if (result == ERROR_MORE_DATA && type != wantedType) return false;
     return Check(result) && type == wantedType;
 }
 

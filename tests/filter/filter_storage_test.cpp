@@ -230,6 +230,19 @@ TEST_F(FilterStorageTest, AnImpossibleCountIsNone) {
     }
 }
 
+TEST_F(FilterStorageTest, ACountThatNoNamesStandBehindIsNotReadOut) {
+    values_.numbers[L"fCnt"] = 65'535;
+    values_.texts[L"flt0"] = L"Chess";
+    values_.texts[L"flt1"] = L"Go";
+    values_.texts[L"flt3"] = L"Cards";
+    values_.log.clear();
+    filter_.Load(values_);
+    EXPECT_THAT(Names(), ElementsAre(L"Chess", L"Go"));
+    filter_.Reset(values_);
+    EXPECT_EQ(values_.numbers[L"fCnt"], 0);
+    EXPECT_LT(values_.log.size(), 60u);
+}
+
 TEST_F(FilterStorageTest, ALongListComesBackInItsOrder) {
     std::vector<std::wstring> names;
     for (int i = 0; i < 5000; ++i) {
