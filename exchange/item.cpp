@@ -23,6 +23,24 @@ private:
     uint64_t value_ = 0xCBF29CE484222325u;
 };
 
+// The items of a file by what tells them apart, each with its line and what it says.
+struct SeenItem {
+    int line;
+    std::map<CEPROPID, Value> properties;
+};
+using SeenItems = std::map<std::pair<OlDefaultFolders, std::wstring>, SeenItem>;
+
+// Of two items of one UID the later one is kept, as it would be from a second file: that is told unless both are the
+// same.
+void TellOfSameUid(const Component& component, const Item& item, SeenItems* seen, std::vector<Problem>* problems) {
+    SeenItem& known = (*seen)[{item.folder, item.uid}];
+    if (!known.properties.empty() && known.properties != item.properties) {
+        problems->push_back({component.line, L"it has the UID of the one in line " + std::to_wstring(known.line) +
+                                                 L", which it replaces"});
+    }
+    known = {component.line, item.properties};
+}
+
 }  // namespace
 
 void Item::Put(CEPROPID id, std::wstring text) {
@@ -57,6 +75,7 @@ Contents ReadFile(std::string bytes, const LocalClock& clock) {
     TimeZones zones(clock);
     for (const Component& component : components)
         if (component.name == "VTIMEZONE") zones.Add(component);
+    SeenItems seen;
     for (const Component& component : components) {
         Item item;
         bool made = false;
@@ -70,6 +89,7 @@ Contents ReadFile(std::string bytes, const LocalClock& clock) {
         }
         if (made) {
             item.MakeUid();
+            TellOfSameUid(component, item, &seen, &contents.problems);
             contents.items.push_back(std::move(item));
         } else {
             contents.problems.back().isItem = true;

@@ -194,4 +194,16 @@ TEST_F(PersonTest, ACardCutAnywhereIsOneOrNone) {
     }
 }
 
+TEST_F(PersonTest, TheSameUidTwiceIsToldUnlessBothSayTheSame) {
+    const std::string ann = "BEGIN:VCARD\r\nVERSION:3.0\r\nUID:1\r\nFN:Ann\r\nEND:VCARD\r\n";
+    const std::string ben = "BEGIN:VCARD\r\nVERSION:3.0\r\nUID:1\r\nFN:Ben\r\nEND:VCARD\r\n";
+    const std::string cy = "BEGIN:VCARD\r\nVERSION:3.0\r\nUID:2\r\nFN:Cy\r\nEND:VCARD\r\n";
+    Read(ann + cy + ben + ben);
+    EXPECT_THAT(contents_.items, SizeIs(4));
+    EXPECT_THAT(Problems(), ElementsAre(std::pair(11, L"it has the UID of the one in line 1, which it replaces")));
+    EXPECT_EQ(contents_.leftOut, 0);
+    Read(ann + ann + cy);
+    EXPECT_THAT(Problems(), IsEmpty());
+}
+
 }  // namespace
