@@ -135,7 +135,7 @@ CEHOST_API BOOL SHDoneButton(HWND window, DWORD state);
 // ---- Screen ----
 // Ours: turns the style and size of a device's top-level window (the size that start-up computes from SHSipInfo: the
 // visible desktop, less the menu bar while the input panel is down) into those of the window on the desktop: caption,
-// system menu, minimise box and resizable frame are added to the style, the menu bar, the input panel that is up and
+// system menu, both boxes and a resizable frame are added to the style, the menu bar, the input panel that is up and
 // the frame to the size, which is cut to the desktop's work area. WS_VISIBLE is taken out, so that the program's own
 // Show decides when it appears.
 CEHOST_API void SHScreenWindow(DWORD* style, SIZE* size);
@@ -145,7 +145,12 @@ CEHOST_API void SHScreenWindow(DWORD* style, SIZE* size);
 //   SPI_SETSIPINFO after WM_SIZE, so that it lays itself out again;
 // - a right click or the menu key in it that nobody else takes sends it WM_NOTIFY GN_CONTEXTMENU, as tap-and-hold does;
 // - F10 or Alt leads into its menu bar;
-// - the control that had the focus gets it back when the window is activated again.
+// - the control that had the focus gets it back when the window is activated again;
+// - it cannot be made smaller than 200x200 logical pixels, within its frame.
+// A window without an owner that passed through SHScreenWindow and is not shown yet is moved at that moment: to the
+// middle of the work area, or, unless CE_SCREEN or "Screen" forces its size, to the place, the size and the state it
+// had last time with the same displays, as far as that is in view. They are kept under
+// HKEY_CURRENT_USER\Software\Pocket PC\Places.
 
 // ---- Input panel ----
 // A small keyboard above the menu bar of every screen of the thread, raised and lowered by the button at the right end
@@ -164,8 +169,8 @@ struct SIPINFO {
     void* pvImData;
 };
 
-// SPI_GETSIPINFO fills the record: the device screen (240x320 logical pixels, or what the environment variable
-// CE_SCREEN or the value "Screen" of HKEY_CURRENT_USER\Software\Pocket PC says as WIDTHxHEIGHT, each 160 to 1920) less
+// SPI_GETSIPINFO fills the record: the device screen (480x720 logical pixels, or what the environment variable
+// CE_SCREEN or the value "Screen" of HKEY_CURRENT_USER\Software\Pocket PC says as WIDTHxHEIGHT, each 160 to 3840) less
 // the 26 of the title area, and less what lies from the panel downwards while it is up. SPI_SETSIPINFO raises and
 // lowers the panel by SIPF_ON. FALSE (87) otherwise.
 CEHOST_API BOOL SHSipInfo(UINT action, UINT param, PVOID info, UINT winIni);
@@ -215,7 +220,8 @@ CEHOST_API DWORD SHRecognizeGesture(SHRGINFO* info);
 // "There is not enough memory to complete this operation." Answers the message box's result; flags are 0.
 CEHOST_API int SHShowOutOfMemory(HWND owner, UINT flags);
 
-// Registers the classes CAPEDIT and SIPPREF. Harmless when called again.
+// Registers the classes CAPEDIT and SIPPREF. From then on the message boxes of this thread stand in the middle of the
+// screen they belong to, show its icon and are wide enough for their captions. Harmless when called again.
 CEHOST_API BOOL SHInitExtraControls(void);
 
 #define WC_CAPEDITW L"CAPEDIT"  // an edit control that makes the first letter typed into it a capital

@@ -1,5 +1,6 @@
-// The control classes a Pocket PC has beyond the common ones, and the shell's out-of-memory message.
+// The control classes a Pocket PC has beyond the common ones, the look of boxes, and the shell's out-of-memory message.
 #include "aygshell.h"
+#include "platform/shell/boxes.h"
 #include "platform/window_support.h"
 
 namespace {
@@ -46,7 +47,7 @@ LRESULT CALLBACK CapEditProcedure(HWND edit, UINT message, WPARAM wparam, LPARAM
 }  // namespace
 
 BOOL SHInitExtraControls() {
-    return RegisterSuperclass(WC_EDIT, WC_CAPEDIT, CapEditProcedure, &edit_procedure) &&
+    return PlaceBoxes() && RegisterSuperclass(WC_EDIT, WC_CAPEDIT, CapEditProcedure, &edit_procedure) &&
            RegisterWindowClass(WC_SIPPREF, DefWindowProcW);
 }
 

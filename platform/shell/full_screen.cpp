@@ -4,6 +4,7 @@
 #include "aygshell.h"
 #include "platform/shell/screen.h"
 #include "platform/shell/screen_geometry.h"
+#include "platform/shell/window_icon.h"
 #include "px.h"
 
 namespace {
@@ -36,22 +37,13 @@ RECT CentredScreen(DWORD style, DWORD exStyle) {
     return {left, top, left + size.cx, top + size.cy};
 }
 
-// A window's icon, set or by its class.
-HICON IconOf(HWND window, WPARAM size) {
-    const auto set = reinterpret_cast<HICON>(SendMessageW(window, WM_GETICON, size, 0));
-    return set ? set : reinterpret_cast<HICON>(GetClassLongPtrW(window, size == ICON_BIG ? GCLP_HICON : GCLP_HICONSM));
-}
-
 void FillScreen(HWND dialog) {
     const DWORD style = (static_cast<DWORD>(GetWindowLongW(dialog, GWL_STYLE)) | kFrame) & ~DS_MODALFRAME;
     const DWORD exStyle = static_cast<DWORD>(GetWindowLongW(dialog, GWL_EXSTYLE)) & ~WS_EX_DLGMODALFRAME;
     SetWindowLongW(dialog, GWL_STYLE, static_cast<LONG>(style));
     SetWindowLongW(dialog, GWL_EXSTYLE, static_cast<LONG>(exStyle));
     const HWND owner = GetWindow(dialog, GW_OWNER);
-    for (const WPARAM size : {ICON_BIG, ICON_SMALL}) {
-        const HICON icon = owner ? IconOf(owner, size) : nullptr;
-        if (icon) SendMessageW(dialog, WM_SETICON, size, reinterpret_cast<LPARAM>(icon));
-    }
+    if (owner) ShowIconsOf(owner, dialog);
     RECT place{};
     if (!owner || IsIconic(owner) || !GetWindowRect(owner, &place) || IsRectEmpty(&place)) {
         place = CentredScreen(style, exStyle);
@@ -85,7 +77,7 @@ BOOL Refuse() {
 }  // namespace
 
 void SHScreenWindow(DWORD* style, SIZE* size) {
-    *style = (*style | kFrame | WS_MINIMIZEBOX) & ~static_cast<DWORD>(WS_VISIBLE);
+    *style = (*style | kFrame | WS_MINIMIZEBOX | WS_MAXIMIZEBOX) & ~static_cast<DWORD>(WS_VISIBLE);
     SIPINFO panel{};
     panel.cbSize = sizeof(panel);
     SHSipInfo(SPI_GETSIPINFO, 0, &panel, 0);

@@ -6,6 +6,8 @@
 #include "aygshell.h"
 #include "platform/shell/input_panel.h"
 #include "platform/shell/menu_bar.h"
+#include "platform/shell/place_keeper.h"
+#include "platform/shell/screen_geometry.h"
 #include "platform/window_support.h"
 #include "px.h"
 
@@ -64,7 +66,10 @@ Screen* Screen::Make(HWND window) {
     if (!IsWindow(window)) return nullptr;
     auto* screen = new (std::nothrow) Screen(window);
     if (screen && SetPropW(window, kProperty, screen)) {
-        if (SetWindowSubclass(window, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(screen))) return screen;
+        if (SetWindowSubclass(window, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(screen))) {
+            screen->keeper_ = PlaceKeeper::Begin(window);
+            return screen;
+        }
         RemovePropW(window, kProperty);
     }
     delete screen;
@@ -151,9 +156,22 @@ LRESULT Screen::OnPositionChanged(HWND window, WPARAM wparam, LPARAM lparam) {
     // The bar first: the window computes its layout from where the bar is.
     Of(window)->PlaceBar();
     const LRESULT result = DefSubclassProc(window, WM_WINDOWPOSCHANGED, wparam, lparam);
+    if (Screen* screen = Of(window); screen && screen->keeper_) {
+        screen->keeper_->OnPositionChanged(*reinterpret_cast<const WINDOWPOS*>(lparam));
+    }
     Screen* screen = Of(window);
     if (screen && screen->TakeNewSize()) SendMessageW(window, WM_SETTINGCHANGE, SPI_SETSIPINFO, 0);
     return result;
+}
+
+// No screen lays out well that is smaller than this, unless the device is.
+void Screen::LimitSize(MINMAXINFO* limits) const {
+    const auto style = static_cast<DWORD>(GetWindowLongW(window_, GWL_STYLE));
+    if (!(style & WS_THICKFRAME)) return;
+    const SIZE least = SmallestContent();
+    RECT frame{0, 0, Px(least.cx), Px(least.cy)};
+    AdjustWindowRectEx(&frame, style, FALSE, static_cast<DWORD>(GetWindowLongW(window_, GWL_EXSTYLE)));
+    limits->ptMinTrackSize = {frame.right - frame.left, frame.bottom - frame.top};
 }
 
 LRESULT Screen::OnActivate(WPARAM wparam, LPARAM lparam) {
@@ -203,6 +221,24 @@ LRESULT CALLBACK Screen::Procedure(HWND window, UINT message, WPARAM wparam, LPA
     auto* screen = reinterpret_cast<Screen*>(data);
     switch (message) {
         case WM_WINDOWPOSCHANGED: return OnPositionChanged(window, wparam, lparam);
+        case WM_GETMINMAXINFO: {
+            const LRESULT result = DefSubclassProc(window, message, wparam, lparam);
+            screen->LimitSize(reinterpret_cast<MINMAXINFO*>(lparam));
+            return result;
+        }
+        case WM_SHOWWINDOW:
+            if (wparam && !lparam && screen->keeper_) screen->keeper_->OnShow();
+            break;
+        case WM_EXITSIZEMOVE:
+        case WM_DESTROY:
+            if (screen->keeper_) screen->keeper_->Save();
+            break;
+        case WM_ENDSESSION:
+            if (wparam && screen->keeper_) screen->keeper_->Save();
+            break;
+        case WM_DISPLAYCHANGE:
+            if (screen->keeper_) screen->keeper_->OnDisplayChange();
+            break;
         case WM_ACTIVATE:
             if (IsDialog(window)) break;  // does so by itself
             return screen->OnActivate(wparam, lparam);

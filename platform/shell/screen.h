@@ -9,6 +9,10 @@
 
 #include <win.h>
 
+#include <memory>
+
+class PlaceKeeper;
+
 class Screen {
 public:
     // The screen a window is, or null.
@@ -48,6 +52,7 @@ private:
     bool OnContextMenu(HWND clicked, LPARAM position);
     bool OnKeyMenu(wchar_t letter);
     bool TakeNewSize();
+    void LimitSize(MINMAXINFO* limits) const;
     void EnsureBar();
     void PlacePanel();
     bool CanShowPanel() const;
@@ -55,8 +60,9 @@ private:
     HWND window_;
     HWND bar_ = nullptr;
     HWND panel_ = nullptr;
-    HWND focus_ = nullptr;  // the control that had the focus when the window was last deactivated
-    SIZE client_{};         // as last reported to the window
+    HWND focus_ = nullptr;                 // the control that had the focus when the window was last deactivated
+    SIZE client_{};                        // as last reported to the window
+    std::unique_ptr<PlaceKeeper> keeper_;  // of a main window alone
     UINT closeCommand_ = 0;
     bool done_ = false;
 };

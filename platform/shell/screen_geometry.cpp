@@ -1,5 +1,6 @@
 #include "platform/shell/screen_geometry.h"
 
+#include <algorithm>
 #include <string>
 
 #include "px.h"
@@ -7,7 +8,8 @@
 namespace {
 
 constexpr int kSmallestSide = 160;
-constexpr int kLargestSide = 1920;
+constexpr int kLargestSide = 3840;
+constexpr SIZE kSmallestContent{200, 200};
 
 std::optional<int> ParseNumber(std::wstring_view text) {
     if (text.empty() || text.size() > 4) return std::nullopt;
@@ -60,12 +62,20 @@ std::optional<int> ParseScale(std::wstring_view text) {
     return MulDiv(USER_DEFAULT_SCREEN_DPI, *percent, 100);
 }
 
+std::optional<SIZE> ForcedScreen() {
+    const auto screen = ParseScreenSize(Environment(L"CE_SCREEN"));
+    return screen ? screen : ParseScreenSize(StoredScreen());
+}
+
 SIZE ContentSize() {
-    auto screen = ParseScreenSize(Environment(L"CE_SCREEN"));
-    if (!screen) screen = ParseScreenSize(StoredScreen());
-    SIZE content = screen.value_or(kDefaultScreen);
+    SIZE content = ForcedScreen().value_or(kDefaultScreen);
     content.cy -= kTitleArea;
     return content;
+}
+
+SIZE SmallestContent() {
+    const SIZE content = ContentSize();
+    return {std::min(content.cx, kSmallestContent.cx), std::min(content.cy, kSmallestContent.cy)};
 }
 
 int ScreenDpi() {

@@ -143,7 +143,9 @@ class Story(unittest.TestCase):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="journal-story-"))
         self.addCleanup(shutil.rmtree, self.folder, ignore_errors=True)
         self.store = self.folder / "store.db"
-        self.environment = dict(os.environ, CE_OBJECT_STORE="Z:" + str(self.store).replace("/", "\\"))
+        # A device of the classic size, unless somebody asks for a look at another.
+        self.environment = dict({"CE_SCREEN": "240x320"}, **os.environ,
+                                CE_OBJECT_STORE="Z:" + str(self.store).replace("/", "\\"))
         self.programs = []
         self.addCleanup(self.end_programs)
         self.peek = Peek(self.bin)

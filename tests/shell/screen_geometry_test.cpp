@@ -7,20 +7,11 @@
 #include "aygshell.h"
 #include "px.h"
 #include "tests/support/private_registry.h"
+#include "tests/support/variable.h"
 
 namespace {
 
 constexpr wchar_t kExpected[] = L"EXPECTED_PX";
-
-// A variable of the environment for the time of a test.
-class Variable {
-public:
-    Variable(const wchar_t* name, const wchar_t* value) : name_(name) { SetEnvironmentVariableW(name, value); }
-    ~Variable() { SetEnvironmentVariableW(name_, nullptr); }
-
-private:
-    const wchar_t* name_;
-};
 
 SIZE VisibleDesktop() {
     SIPINFO info{};
@@ -67,9 +58,10 @@ int SystemDpi() {
 
 }  // namespace
 
-TEST(ScreenGeometryTest, TheScreenIsTheDevicesLessItsTitleArea) {
+TEST(ScreenGeometryTest, WithoutAChoiceTheScreenIsOneForADesktop) {
     const PrivateRegistry registry;
-    ExpectScreen({240, 320});
+    const Variable none(L"CE_SCREEN", nullptr);
+    ExpectScreen({480, 720});
 }
 
 TEST(ScreenGeometryTest, TheEnvironmentChoosesTheScreen) {
@@ -81,10 +73,10 @@ TEST(ScreenGeometryTest, TheEnvironmentChoosesTheScreen) {
 TEST(ScreenGeometryTest, WhatIsNoScreenSizeDoesNotCount) {
     const PrivateRegistry registry;
     for (const wchar_t* garbage : {L"", L"480", L"480x", L"x640", L"480X640", L"480x640x2", L"-480x640", L" 480x640",
-                                   L"159x320", L"240x1921", L"0x0", L"99999x99999", L"480x6 0", L"४८०x640",
+                                   L"159x320", L"240x3841", L"0x0", L"99999x99999", L"480x6 0", L"४८०x640",
                                    L"480x640 and a very long text that fits into no buffer of a sensible size"}) {
         const Variable screen(L"CE_SCREEN", garbage);
-        ExpectScreen({240, 320});
+        ExpectScreen({480, 720});
     }
 }
 
@@ -92,6 +84,7 @@ TEST(ScreenGeometryTest, TheStoredChoiceHoldsWhereTheEnvironmentSaysNothing) {
     const PrivateRegistry registry;
     const wchar_t stored[] = L"320x480";
     RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Pocket PC", L"Screen", REG_SZ, stored, sizeof(stored));
+    const Variable none(L"CE_SCREEN", nullptr);
     ExpectScreen({320, 480});
     const Variable screen(L"CE_SCREEN", L"480x640");
     ExpectScreen({480, 640});
@@ -103,7 +96,8 @@ TEST(ScreenGeometryTest, AStoredChoiceOfAnotherTypeDoesNotCount) {
     const PrivateRegistry registry;
     const DWORD number = 480;
     RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Pocket PC", L"Screen", REG_DWORD, &number, sizeof(number));
-    ExpectScreen({240, 320});
+    const Variable none(L"CE_SCREEN", nullptr);
+    ExpectScreen({480, 720});
 }
 
 TEST(ScreenGeometryTest, TheInputPanelIsDownAndItsPlaceIsAboveTheMenuBar) {

@@ -111,8 +111,8 @@ TEST(ScreenWindowTest, TurnsADeviceWindowIntoADesktopOne) {
     SIZE size{Px(240), Px(268)};
     SHScreenWindow(&style, &size);
     EXPECT_EQ(style & WS_VISIBLE, 0u);
-    EXPECT_EQ(style & (WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX),
-              static_cast<DWORD>(WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX));
+    constexpr DWORD kFrame = WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
+    EXPECT_EQ(style & kFrame, kFrame);
     const HWND window =
         CreateWindowExW(0, L"Static", nullptr, style, 0, 0, size.cx, size.cy, nullptr, nullptr, nullptr, nullptr);
     RECT client;
