@@ -145,12 +145,11 @@ CEHOST_API void SHScreenWindow(DWORD* style, SIZE* size);
 //   SPI_SETSIPINFO after WM_SIZE, so that it lays itself out again;
 // - a right click or the menu key in it that nobody else takes sends it WM_NOTIFY GN_CONTEXTMENU, as tap-and-hold does;
 // - F10 or Alt leads into its menu bar;
-// - the control that had the focus gets it back when the window is activated again;
-// - it cannot be made smaller than 200x200 logical pixels, within its frame.
-// A window without an owner that passed through SHScreenWindow and is not shown yet is moved at that moment: to the
-// middle of the work area, or, unless CE_SCREEN or "Screen" forces its size, to the place, the size and the state it
-// had last time with the same displays, as far as that is in view. They are kept under
-// HKEY_CURRENT_USER\Software\Pocket PC\Places.
+// - the control that had the focus gets it back when the window is activated again.
+// A window without an owner that passed through SHScreenWindow and is not shown yet is moved at that moment, and cannot
+// be made smaller than 200x200 logical pixels within its frame from then on. It goes to the middle of the work area, or,
+// unless CE_SCREEN or "Screen" forces its size, to the place, the size and the state it had last time with the same
+// displays, as far as that is in view. They are kept under HKEY_CURRENT_USER\Software\Pocket PC\Places.
 
 // ---- Input panel ----
 // A small keyboard above the menu bar of every screen of the thread, raised and lowered by the button at the right end

@@ -164,10 +164,10 @@ LRESULT Screen::OnPositionChanged(HWND window, WPARAM wparam, LPARAM lparam) {
     return result;
 }
 
-// No screen lays out well that is smaller than this, unless the device is.
+// No screen lays out well that is smaller than this, unless the device is; the others open as large as the main window.
 void Screen::LimitSize(MINMAXINFO* limits) const {
+    if (!keeper_) return;
     const auto style = static_cast<DWORD>(GetWindowLongW(window_, GWL_STYLE));
-    if (!(style & WS_THICKFRAME)) return;
     const SIZE least = SmallestContent();
     RECT frame{0, 0, Px(least.cx), Px(least.cy)};
     AdjustWindowRectEx(&frame, style, FALSE, static_cast<DWORD>(GetWindowLongW(window_, GWL_EXSTYLE)));

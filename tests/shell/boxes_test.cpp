@@ -53,14 +53,19 @@ private:
         if (lstrcmpW(name, L"#32770") == 0 && !live_->seen_) SetTimer(box, kLook, 1, See);
         return CallNextHookEx(nullptr, code, wparam, lparam);
     }
+    // A window manager has its say about a window just shown: the box is looked at when it has been still for a while.
     static void CALLBACK See(HWND box, UINT, UINT_PTR timer, DWORD) {
-        if (!IsWindowVisible(box)) return;
+        constexpr int kStill = 10;  // turns without a change
+        RECT now{};
+        GetWindowRect(box, &now);
+        live_->still_ = IsWindowVisible(box) && EqualRect(&now, &live_->box_) ? live_->still_ + 1 : 0;
+        live_->box_ = now;
+        if (live_->still_ < kStill) return;
         KillTimer(box, timer);
         live_->See(box);
     }
     void See(HWND box) {
         seen_ = true;
-        GetWindowRect(box, &box_);
         GetClientRect(box, &client_);
         yes_ = Button(box, IDYES);
         no_ = Button(box, IDNO);
@@ -75,6 +80,7 @@ private:
     }
 
     static BoxesTest* live_;
+    int still_ = 0;
     HHOOK hook_;
 };
 
