@@ -147,8 +147,8 @@ CEHOST_API void SHScreenWindow(DWORD* style, SIZE* size);
 // - F10 or Alt leads into its menu bar;
 // - the control that had the focus gets it back when the window is activated again.
 // A window without an owner that passed through SHScreenWindow and is not shown yet is moved at that moment, and cannot
-// be made smaller than 200x200 logical pixels within its frame from then on. It goes to the middle of the work area, or,
-// unless CE_SCREEN or "Screen" forces its size, to the place, the size and the state it had last time with the same
+// be made smaller than 200x200 logical pixels within its frame from then on. It goes to the middle of the work area,
+// or, unless CE_SCREEN or "Screen" forces its size, to the place, the size and the state it had last time with the same
 // displays, as far as that is in view. They are kept under HKEY_CURRENT_USER\Software\Pocket PC\Places.
 
 // ---- Input panel ----
