@@ -36,9 +36,10 @@ needs_run=(
     $lib/libXi.so.6:libxi6 $lib/libXinerama.so.1:libxinerama1 $lib/libXrandr.so.2:libxrandr2
     $lib/libXrender.so.1:libxrender1
     /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf:fonts-dejavu-core
-    /usr/share/wine/fonts/tahoma.ttf:fonts-wine fc-match:fontconfig
     /usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf:fonts-liberation
 )
+# What makes the journal look as it should, and finds the fonts of the desktop.
+needs_fonts=(/usr/share/wine/fonts/tahoma.ttf:fonts-wine fc-match:fontconfig)
 needs_display=(Xvfb:xvfb openbox:openbox xprop:x11-utils import:imagemagick)
 needs_package=(makensis:nsis)
 needs_test=(
