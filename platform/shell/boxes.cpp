@@ -3,6 +3,8 @@
 #include <win.h>
 
 #include <algorithm>
+#include <new>
+#include <string>
 #include <vector>
 
 #include "platform/shell/screen.h"
@@ -12,6 +14,11 @@
 namespace {
 
 constexpr UINT_PTR kSubclass = 2;
+
+struct BoxPlace {
+    SIZE size{};    // as placed; 0 before, and for a box that may have any
+    int again = 5;  // how many times it is given back at most
+};
 
 thread_local HHOOK hook = nullptr;
 
@@ -92,14 +99,15 @@ bool IsPlain(HWND box) {
     return (style & WS_CAPTION) == WS_CAPTION && !(style & (WS_CHILD | WS_THICKFRAME)) && !Screen::Of(box);
 }
 
-void Place(HWND box) {
+// Answers the size the box has now, or nothing when it may have any.
+SIZE Place(HWND box) {
     const HWND base = BaseOf(box);
-    if (!base) return;
+    if (!base) return {};
     ShowIconsOf(base, box);
-    if (!IsPlain(box)) return;
+    if (!IsPlain(box)) return {};
     RECT own{}, under{};
     GetWindowRect(box, &own);
-    if (IsIconic(base) || !GetWindowRect(base, &under)) return;
+    if (IsIconic(base) || !GetWindowRect(base, &under)) return {};
     const int width = own.right - own.left;
     const int height = own.bottom - own.top;
     const int wide = std::max(width, CaptionWidth(box));
@@ -110,13 +118,32 @@ void Place(HWND box) {
                  SWP_NOZORDER | SWP_NOACTIVATE);
     const int more = static_cast<int>(place.right - place.left) - width;
     if (more > 0) MoveButtons(box, more);
+    return {place.right - place.left, place.bottom - place.top};
+}
+
+// A window manager that is late may give a box just shown the size it was made with: nobody can have wished for that.
+void KeepSize(HWND box, BoxPlace& place) {
+    RECT now{};
+    GetWindowRect(box, &now);
+    const SIZE size{now.right - now.left, now.bottom - now.top};
+    if (!IsWindowVisible(box) || !place.size.cx || place.again == 0) return;
+    if (size.cx == place.size.cx && size.cy == place.size.cy) return;
+    --place.again;
+    SetWindowPos(box, nullptr, 0, 0, place.size.cx, place.size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 // The box has its texts and its size when it has initialised itself, and is not to be seen yet.
-LRESULT CALLBACK BoxProcedure(HWND box, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR) {
+LRESULT CALLBACK BoxProcedure(HWND box, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR data) {
     const LRESULT result = DefSubclassProc(box, message, wparam, lparam);
-    if (message == WM_INITDIALOG || message == WM_NCDESTROY) RemoveWindowSubclass(box, BoxProcedure, kSubclass);
-    if (message == WM_INITDIALOG) Place(box);
+    auto* place = reinterpret_cast<BoxPlace*>(data);
+    switch (message) {
+        case WM_INITDIALOG: place->size = Place(box); break;
+        case WM_WINDOWPOSCHANGED: KeepSize(box, *place); break;
+        case WM_NCDESTROY:
+            RemoveWindowSubclass(box, BoxProcedure, kSubclass);
+            delete place;
+            break;
+    }
     return result;
 }
 
@@ -128,7 +155,9 @@ bool IsTopLevelDialog(const CBT_CREATEWNDW& made, HWND window) {
 LRESULT CALLBACK Watch(int code, WPARAM wparam, LPARAM lparam) {
     const auto window = reinterpret_cast<HWND>(wparam);
     if (code == HCBT_CREATEWND && IsTopLevelDialog(*reinterpret_cast<const CBT_CREATEWNDW*>(lparam), window)) {
-        SetWindowSubclass(window, BoxProcedure, kSubclass, 0);
+        auto* place = new (std::nothrow) BoxPlace;
+        if (place && !SetWindowSubclass(window, BoxProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(place)))
+            delete place;
     }
     return CallNextHookEx(nullptr, code, wparam, lparam);
 }
