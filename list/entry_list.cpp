@@ -18,6 +18,10 @@ constexpr int kDateColumn = 0;
 constexpr int kEntryColumn = 1;
 constexpr int kEntryWidth = 180;
 constexpr int kRowHeight = 18;  // a stylus hits it
+constexpr UINT kRowMarks = LVIS_SELECTED | LVIS_FOCUSED;
+constexpr UINT_PTR kCountTimer =
+    20101;                         // comes while the entries could not be counted; the control has its own, low ones
+constexpr UINT kCountPause = 500;  // milliseconds
 
 POINT PointIn(LPARAM lparam) {
     return {static_cast<short>(LOWORD(lparam)), static_cast<short>(HIWORD(lparam))};
@@ -48,7 +52,7 @@ private:
 EntryList* EntryList::live_ = nullptr;
 
 EntryList::EntryList(DbJournal& journal, SelectionMemory& selection, FilterSettings& filter)
-    : journal_(journal), selection_(selection), filter_(filter), rows_(journal, filter), cache_(rows_) {}
+    : journal_(journal), selection_(selection), filter_(filter), rows_(journal, filter), shown_(rows_) {}
 
 bool EntryList::CreateIn(HWND parent, const RECT& place) {
     constexpr DWORD kStyle = LVS_REPORT | LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_SHAREIMAGELISTS;
@@ -63,37 +67,55 @@ bool EntryList::CreateIn(HWND parent, const RECT& place) {
 }
 
 void EntryList::RefreshList() {
-    // Emptying the list and counting may send changes of state: what is to be selected is taken down before.
+    if (journal_.GetHandle() == nullptr) journal_.Open(GetParent());
+    if (Rebuild()) return;
+    ::SetTimer(GetHandle(), kCountTimer, kCountPause, nullptr);
+    if (GetItemCount() == 0) Invalidate();  // says so
+}
+
+// Tries once more without a word, and again later if need be.
+void EntryList::RetryCount() {
+    if (!Rebuild()) ::SetTimer(GetHandle(), kCountTimer, kCountPause, nullptr);
+}
+
+// False, with the list as it was, when the entries cannot be counted.
+bool EntryList::Rebuild() {
+    ::KillTimer(GetHandle(), kCountTimer);
+    // Emptying the list may send changes of state: what is to be selected is taken down before.
     const std::vector<CEOID> selected = selection_.Ids();
     const CEOID current = selection_.Current();
     const int top = GetTopIndex();
 
-    DeleteAllItems();
     filter_.RefreshCategories();
-    filter_.passed = rows_.Count();
+    const std::optional<LONG> count = rows_.Count();
+    isCounted_ = count.has_value();
+    if (!isCounted_) return false;
+    DeleteAllItems();
+    filter_.passed = *count;
     SetItemCount(filter_.passed);
     FitColumns();
     if (top > 0) EnsureVisible(std::min<int>(top + GetCountPerPage(), filter_.passed) - 1, false);
     Reselect(selected, current);
+    return true;
 }
 
 // What SelectEntry of each entry, and of the current one at the end, comes to. The focus is given to the current entry
 // alone: moving it from row to row takes the control milliseconds for each.
 void EntryList::Reselect(const std::vector<CEOID>& selected, CEOID current) {
-    std::vector<MarkedRow> found;
+    std::vector<EntryRow> found;
     for (const CEOID id : selected) {
-        const int row = RowOf(id);
-        if (row < 0) {
-            found.clear();  // an entry without a row takes back what was selected so far
-        } else {
+        const int row = rows_.RowOf(id);
+        if (IsRowOf(row, id)) {
             found.push_back({row, id});
+        } else if (!rows_.SeekEntry(id)) {
+            found.clear();  // an entry that is gone takes back what was selected so far
         }
     }
     selection_.Clear();
     // Without a current entry nothing stays selected, and just now nothing is.
-    if (RowOf(current) >= 0) {
+    if (IsRowOf(rows_.RowOf(current), current)) {
         const DrawingPause pause(*this, std::ssize(found) > kManyRows);
-        for (const MarkedRow& row : found) {
+        for (const EntryRow& row : found) {
             selection_.Add(row.id);
             if (row.id != current) Mark(row, LVIS_SELECTED);
         }
@@ -102,13 +124,10 @@ void EntryList::Reselect(const std::vector<CEOID>& selected, CEOID current) {
 }
 
 void EntryList::SelectEntry(CEOID id) {
-    constexpr UINT kBoth = LVIS_SELECTED | LVIS_FOCUSED;
-    const int row = RowOf(id);
-    const bool found = row >= 0 && IsWindow();
+    const int row = rows_.RowOf(id);
+    const bool found = IsRowOf(row, id) && IsWindow();
     if (found) {
-        Mark({row, id}, kBoth);
-    } else if (row >= 0) {
-        SetItemState(row, 0, kBoth);
+        Mark({row, id}, kRowMarks);
     } else {
         DeselectAll();
     }
@@ -119,26 +138,26 @@ void EntryList::SelectEntry(CEOID id) {
     Update();
 }
 
-// An entry's place in the store's order; -1 when it has none.
-int EntryList::RowOf(CEOID id) {
-    return id == 0 ? -1 : journal_.SeekToOidIndex(id);
+// Whether the row, an entry's place, is there and may show it.
+bool EntryList::IsRowOf(int row, CEOID id) {
+    return row >= 0 && row < filter_.passed && rows_.IsShown(id);
 }
 
-// Sets a row's states; what the control tells of the row meanwhile is about that entry.
-void EntryList::Mark(const MarkedRow& row, UINT states) {
-    marked_ = row;
+// Sets a row's states; the row stands for that entry from now on.
+void EntryList::Mark(const EntryRow& row, UINT states) {
+    // Marked for another entry already, it would not tell that it is marked for this one.
+    if (shown_.IsHeld(row.row) && !shown_.IsHeldFor(row.row, row.id)) SetItemState(row.row, 0, kRowMarks);
+    Hold(row.row, row.id);
     SetItemState(row.row, states, states);
-    marked_ = {};
 }
 
 // No row stays selected or focused. To be told so about all rows, the control visits each of them, and shows those that
 // were selected: with nothing to take back it is not asked.
 void EntryList::DeselectAll() {
-    constexpr UINT kBoth = LVIS_SELECTED | LVIS_FOCUSED;
     const int selected = GetSelectedCount();
     if (selected == 0 && GetNextItem(-1, LVNI_FOCUSED) < 0) return;
     const DrawingPause pause(*this, selected > kManyRows);
-    SetItemState(-1, 0, kBoth);
+    SetItemState(-1, 0, kRowMarks);
 }
 
 void EntryList::ShowTop() {
@@ -152,12 +171,12 @@ void EntryList::ClearSelection() {
 
 int EntryList::GetFocusedEntry(CEOID* id) {
     const int row = GetNextItem(-1, LVNI_FOCUSED | LVNI_SELECTED);
-    *id = row < 0 ? 0 : cache_.Fetch(row).id;
+    *id = row < 0 ? 0 : shown_.Row(row).id;
     return row;
 }
 
 void EntryList::RefreshRow(CEOID id) {
-    cache_.Refresh(id);
+    shown_.Refresh(id);
     Invalidate();
 }
 
@@ -179,11 +198,16 @@ LRESULT CALLBACK EntryList::Procedure(HWND hwnd, UINT message, WPARAM wparam, LP
     EntryList* list = live_;
     if (list == nullptr || list->GetHandle() != hwnd) return DefWindowProcW(hwnd, message, wparam, lparam);
     switch (message) {
-        case WM_RBUTTONDOWN: list->TakeShownEntry(PointIn(lparam)); break;
+        case WM_PAINT:
+        case WM_PRINTCLIENT: list->ShowRows(); break;
+        case WM_RBUTTONDOWN: return list->OnPress(message, wparam, lparam);
         case WM_LBUTTONDOWN:
-            list->TakeShownEntry(PointIn(lparam));
             if (list->OnStylusDown(PointIn(lparam))) return 0;
-            break;
+            return list->OnPress(message, wparam, lparam);
+        case WM_TIMER:
+            if (wparam != kCountTimer) break;
+            list->RetryCount();
+            return 0;
         case WM_NCDESTROY: {
             const LRESULT result = list->CallReplaced(message, wparam, lparam);
             list->Detach();
@@ -195,13 +219,16 @@ LRESULT CALLBACK EntryList::Procedure(HWND hwnd, UINT message, WPARAM wparam, LP
     return list->CallReplaced(message, wparam, lparam);
 }
 
-// While a filter hides some of the entries, the row at an entry's place in the store may show another one. What is
-// pressed there is the entry that is seen, not the one that the row was selected for.
-void EntryList::TakeShownEntry(POINT point) {
-    const int row = HitTest(point);
-    if (row < 0 || GetItemState(row, LVIS_SELECTED) == 0) return;
-    const CEOID shown = cache_.Fetch(row).id;
-    if (shown != 0 && !selection_.Contains(shown)) SelectRow(row);
+// A row that is pressed stands for the entry that is seen in it, also when the control brings it whole into view first.
+LRESULT EntryList::OnPress(UINT message, WPARAM wparam, LPARAM lparam) {
+    const int row = HitTest(PointIn(lparam));
+    if (row >= 0) Hold(row, shown_.Row(row).id);
+    pressed_ = row;
+    const LRESULT result = CallReplaced(message, wparam, lparam);
+    if (live_ != this) return result;  // closed together with the screen that the tap has opened
+    pressed_ = -1;
+    if (row >= 0 && !IsMarked(row)) shown_.Release(row);
+    return result;
 }
 
 bool EntryList::OnStylusDown(POINT point) {
@@ -219,8 +246,7 @@ bool EntryList::OnStylusDown(POINT point) {
 }
 
 void EntryList::SelectRow(int row) {
-    constexpr UINT kBoth = LVIS_SELECTED | LVIS_FOCUSED;
     SetFocus();
     SetItemState(-1, 0, LVIS_SELECTED);
-    SetItemState(row, kBoth, kBoth);
+    SetItemState(row, kRowMarks, kRowMarks);
 }

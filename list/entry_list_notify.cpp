@@ -5,19 +5,17 @@
 #include "list/tap_guard.h"
 #include "res/ids.h"
 #include "ui/application.h"
-#include "ui/gdi_scope.h"
-#include "ui/resource_text.h"
 
 LRESULT EntryList::OnNotify(NMHDR* header) {
     switch (header->code) {
         case LVN_GETDISPINFOW: OnGetDispInfo(reinterpret_cast<NMLVDISPINFOW*>(header)); return 0;
         case LVN_ODFINDITEMW: return -1;  // no search by typing
-        case LVN_DELETEALLITEMS: cache_.Clear(); return 0;
+        case LVN_DELETEALLITEMS: shown_.Clear(); return 0;
         case LVN_ITEMCHANGED: OnItemChanged(*reinterpret_cast<NMLISTVIEW*>(header)); return 0;
         case LVN_ODSTATECHANGED: OnRangeChanged(*reinterpret_cast<NMLVODSTATECHANGE*>(header)); return 0;
         case LVN_ODCACHEHINT: {
             const auto& hint = *reinterpret_cast<NMLVCACHEHINT*>(header);
-            cache_.Hint(hint.iFrom, hint.iTo, filter_.passed);
+            shown_.Hint(hint.iFrom, hint.iTo, filter_.passed);
             return 0;
         }
         case HDN_ITEMCLICKW: OnHeaderClick(reinterpret_cast<NMHEADERW*>(header)->iItem); return 0;
@@ -28,7 +26,7 @@ LRESULT EntryList::OnNotify(NMHDR* header) {
         case NM_DBLCLK:
             if (selection_.Current() != 0) SendCommand(IDM_EDIT_ENTRY);
             return 0;
-        case NM_CUSTOMDRAW: return OnCustomDraw(*reinterpret_cast<NMCUSTOMDRAW*>(header));
+        case NM_CUSTOMDRAW: return OnCustomDraw(*reinterpret_cast<NMLVCUSTOMDRAW*>(header));
         default: return 0;
     }
 }
@@ -39,43 +37,11 @@ void EntryList::SendCommand(WORD id) {
 
 void EntryList::OnGetDispInfo(NMLVDISPINFOW* info) {
     LVITEMW& item = info->item;
-    const ListRow& row = cache_.Fetch(item.iItem);
+    const ListRow& row = shown_.Row(item.iItem);
     if (item.mask & LVIF_PARAM) item.lParam = static_cast<LPARAM>(row.id);
     if ((item.mask & LVIF_TEXT) && item.pszText != nullptr && item.cchTextMax > 0) {
         const std::wstring& text = item.iSubItem == 0 ? row.date : row.subject;
         lstrcpynW(item.pszText, text.c_str(), item.cchTextMax);
-    }
-}
-
-// ---- Selection tracking ----
-
-void EntryList::OnItemChanged(const NMLISTVIEW& change) {
-    if (change.iItem < 0) {
-        // Every row at once.
-        if (change.uOldState & LVIS_SELECTED) ClearSelection();
-        if (change.uNewState & LVIS_SELECTED) RememberRows(0, filter_.passed - 1, false);
-        return;
-    }
-    if (((change.uOldState | change.uNewState) & (LVIS_SELECTED | LVIS_FOCUSED)) == 0) return;
-    const CEOID id = change.iItem == marked_.row ? marked_.id : cache_.Fetch(change.iItem).id;
-    if (change.uOldState & LVIS_SELECTED) selection_.Remove(id);
-    if (change.uOldState & LVIS_FOCUSED) selection_.SetCurrent(0);
-    if (change.uNewState & LVIS_FOCUSED) selection_.SetCurrent(id);
-    if (change.uNewState & LVIS_SELECTED) selection_.Add(id);
-}
-
-void EntryList::OnRangeChanged(const NMLVODSTATECHANGE& change) {
-    ClearSelection();
-    if (change.uNewState & LVIS_SELECTED) {
-        RememberRows(change.iFrom, change.iTo, (change.uNewState & LVIS_FOCUSED) != 0);
-    }
-}
-
-void EntryList::RememberRows(LONG from, LONG to, bool focused) {
-    for (LONG row = from; row <= to; ++row) {
-        const CEOID id = cache_.Fetch(row).id;
-        if (focused) selection_.SetCurrent(id);
-        selection_.Add(id);
     }
 }
 
@@ -101,21 +67,4 @@ void EntryList::OnHeaderClick(int column) {
     journal_.SetSortOrder(orders, 2);
     RefreshList();
     Application::Current()->SetBusy(false);
-}
-
-// ---- What an empty list says ----
-
-LRESULT EntryList::OnCustomDraw(const NMCUSTOMDRAW& draw) {
-    if (GetItemCount() > 0) return CDRF_DODEFAULT;
-    if (draw.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYPOSTPAINT;
-    if (draw.dwDrawStage == CDDS_POSTPAINT) {
-        RECT area;
-        GetClientRect(&area);
-        area.top += (area.bottom - area.top) / 4;
-        const SelectedObject font(draw.hdc, reinterpret_cast<HFONT>(SendMessage(WM_GETFONT)));
-        SetBkMode(draw.hdc, TRANSPARENT);
-        SetTextColor(draw.hdc, GetSysColor(COLOR_GRAYTEXT));
-        DrawTextW(draw.hdc, LoadText(IDS_NO_ENTRIES).c_str(), -1, &area, DT_CENTER | DT_NOPREFIX | DT_WORDBREAK);
-    }
-    return CDRF_DODEFAULT;
 }

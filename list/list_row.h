@@ -12,6 +12,8 @@ struct ListRow {
     std::wstring subject;  // empty when the entry has none
     CEOID id = 0;          // 0: the row is empty, its entry is gone or does not pass the filter
 
+    bool operator==(const ListRow&) const = default;
+
     void Clear() {
         date.clear();
         subject.clear();

@@ -1,4 +1,4 @@
-// Where the row cache gets its rows from: the entries in list order, one current entry at a time or some in a piece.
+// Where the list gets its rows from: the entries in list order, one current entry at a time or some in a piece.
 #pragma once
 
 #include <span>
@@ -19,4 +19,6 @@ public:
     // Reads the entries from `position` on into rows, reusing their strings and leaving out what is not to be shown,
     // until all are filled or there are no more entries. Answers how many are filled. The current entry stays.
     virtual LONG ReadRows(LONG position, std::span<ListRow> rows) = 0;
+    // Whether ReadRows may leave entries out, so that what a row shows depends on where the reading began.
+    virtual bool LeavesOut() const { return false; }
 };

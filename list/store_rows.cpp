@@ -6,16 +6,22 @@
 #include <algorithm>
 #include <iterator>
 #include <new>
+#include <utility>
 
 #include "data/db_journal.h"
 #include "data/field_ids.h"
 #include "data/record_buffer.h"
 #include "filter/filter_settings.h"
+#include "filter/registry_filter_store.h"
+#include "ui/application.h"
 
 namespace {
 
+constexpr wchar_t kWhole[] = L"fWhole";
+
 // The filter wants the first two; one read serves it and the row.
 constexpr CEPROPID kRowProps[] = {kPropStart, kPropCategories, kPropSubject};
+constexpr CEPROPID kFilterProps[] = {kPropStart, kPropCategories};
 
 bool IsThere(const CEPROPVAL& property) {
     return (property.wFlags & CEDB_PROPNOTFOUND) == 0;
@@ -33,6 +39,7 @@ void FormatDate(const FILETIME& start, std::wstring& text) {
 }  // namespace
 
 bool StoreRows::SeekPosition(LONG position) {
+    if (passing_) return SeekEntry(passing_->At(position));
     return position >= 0 && journal_.SeekFromBeginning(static_cast<DWORD>(position)) != 0;
 }
 
@@ -52,6 +59,7 @@ bool StoreRows::ReadRow(ListRow& row) {
 
 LONG StoreRows::ReadRows(LONG position, std::span<ListRow> rows) {
     if (position < 0 || rows.empty()) return 0;
+    if (passing_) return ReadPassing(position, rows);
     struct Reading {
         const StoreRows& source;
         std::span<ListRow> left;
@@ -87,9 +95,56 @@ bool StoreRows::Passes(const CEPROPVAL* props) const {
                          IsThere(props[1]) ? props[1].val.blob : CEBLOB{});
 }
 
-LONG StoreRows::Count() {
-    if (!filter_.active) return journal_.GetRecordCount();
-    constexpr CEPROPID kIds[] = {kPropStart, kPropCategories};
+LONG StoreRows::ReadPassing(LONG first, std::span<ListRow> rows) {
+    const LONG filled = std::clamp<LONG>(passing_->Count() - first, 0, static_cast<LONG>(rows.size()));
+    for (LONG i = 0; i < filled; ++i) {
+        ListRow& row = rows[static_cast<size_t>(i)];
+        row.Clear();
+        if (SeekPosition(first + i)) ReadRow(row);
+    }
+    return filled;
+}
+
+bool StoreRows::LeavesOut() const {
+    return filter_.active && !passing_;
+}
+
+// ---- Rows and entries ----
+
+LONG StoreRows::RowOf(CEOID id) {
+    if (id == 0) return -1;
+    return passing_ ? passing_->RowOf(id) : journal_.SeekToOidIndex(id);
+}
+
+bool StoreRows::IsShown(CEOID id) {
+    ListRow row;
+    return SeekEntry(id) && ReadRow(row);
+}
+
+// ---- Counting ----
+
+// Asked anew at each count, as all settings are.
+bool StoreRows::CountsPassing() const {
+    if (!filter_.active || Application::Current() == nullptr) return false;
+    return RegistryFilterStore(*Application::Current()).ReadNumber(kWhole) != 0;
+}
+
+std::optional<LONG> StoreRows::Count() {
+    if (journal_.GetHandle() == nullptr) return std::nullopt;
+    if (CountsPassing()) return CollectPassing();
+    const std::optional<LONG> count = filter_.active ? CountPassing() : CountAll();
+    if (count) passing_.reset();
+    return count;
+}
+
+std::optional<LONG> StoreRows::CountAll() {
+    CEOIDINFO info = {};
+    if (!journal_.GetInfo(&info)) return std::nullopt;
+    return info.infDatabase.wNumRecords;
+}
+
+// In whatever order is quickest.
+std::optional<LONG> StoreRows::CountPassing() {
     struct Counting {
         const StoreRows& rows;
         LONG passed;
@@ -99,6 +154,31 @@ LONG StoreRows::Count() {
         if (it.rows.Passes(props)) ++it.passed;
         return TRUE;
     };
-    journal_.Scan(static_cast<WORD>(std::size(kIds)), kIds, count, &counting);
+    if (!CeScanRecords(journal_.GetHandle(), static_cast<WORD>(std::size(kFilterProps)), kFilterProps, count,
+                       &counting))
+        return std::nullopt;
     return counting.passed;
+}
+
+std::optional<LONG> StoreRows::CollectPassing() {
+    struct Collecting {
+        const StoreRows& rows;
+        PassingOrder passing;
+        bool isFull;
+    } collecting = {*this, {}, false};
+    const auto collect = [](CEOID id, WORD, const CEPROPVAL* props, void* context) -> BOOL {
+        auto& it = *static_cast<Collecting*>(context);
+        try {
+            if (it.rows.Passes(props)) it.passing.Append(id);
+        } catch (const std::bad_alloc&) {
+            it.isFull = true;  // the store passes no exception on
+        }
+        return !it.isFull;
+    };
+    if (!CeScanRecordsFrom(journal_.GetHandle(), 0, static_cast<WORD>(std::size(kFilterProps)), kFilterProps, collect,
+                           &collecting) ||
+        collecting.isFull)
+        return std::nullopt;
+    passing_ = std::move(collecting.passing);
+    return passing_->Count();
 }

@@ -76,6 +76,9 @@
 #define IDS_EXPORT_SELECTED 20028
 #define IDS_NO_ENTRIES 20029
 #define IDS_LINKS_REFUSED 20015
+#define IDS_NONE_PASSES 20030
+#define IDS_SHOW_THEM_ALL 20031
+#define IDS_NOT_COUNTED 20032
 
 // ---- Empty full-screen frame, shared by screens that make their controls themselves; fixed ----
 #define IDD_FRAME 151
@@ -174,6 +177,12 @@
 #define IDS_FILTER_RANGE 20216
 #define IDS_FILTER_NO_MONTH 20217
 #define IDS_FILTER_NO_CATEGORY 20218
+#define IDS_FILTER_BY_DATES 20219
+#define IDS_FILTER_BY_MONTHS 20220
+#define IDS_FILTER_BY_CATEGORIES 20221
+#define IDS_FILTER_NONE_CHOSEN 20222
+#define IDS_FILTER_ENDS_BEFORE 20223
+#define IDS_FILTER_IS_GONE 20224
 
 // ---- Find ----
 // Fixed; those of the radio buttons are stored too.

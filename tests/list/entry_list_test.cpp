@@ -8,6 +8,7 @@
 #include "tests/list/journal_fixture.h"
 #include "tests/list/list_host.h"
 #include "tests/support/pump.h"
+#include "tests/support/replaced_import.h"
 
 namespace {
 
@@ -372,6 +373,41 @@ TEST_F(EntryListTest, ClearSelectionLeavesTheRowsAsTheyAre) {
     EXPECT_EQ(selection_.Current(), 0u);
     EXPECT_FALSE(list_.HasCurrent());
     EXPECT_THAT(RowsWith(kSelected), ElementsAre(2));
+}
+
+// ---- A store that does not answer ----
+
+BOOL WINAPI FailToScan(HANDLE, WORD, const CEPROPID*, CeScanVisitor, void*) {
+    SetLastError(ERROR_BUSY);
+    return FALSE;
+}
+
+TEST_F(EntryListTest, AListThatCannotBeCountedKeepsItsRowsAndTriesAgain) {
+    const auto ids = InsertDays(40);
+    filter_.active = TRUE;
+    filter_.months = 0x0FFF;
+    list_.RefreshList();
+    list_.SelectEntry(ids[3]);
+    Insert(Day(2030, 1, 1), L"one more");
+    {
+        const ReplacedImport scan(nullptr, "CeScanRecords", FailToScan);
+        list_.RefreshList();
+        EXPECT_EQ(list_.GetItemCount(), 40);
+        EXPECT_EQ(Cell(2, 1), L"entry 2");
+        EXPECT_THAT(RowsWith(kBoth), ElementsAre(3));
+        EXPECT_THAT(selection_.Ids(), ElementsAre(ids[3]));
+    }
+    EXPECT_TRUE(PumpUntil([&] { return list_.GetItemCount() == 41; }));
+    EXPECT_THAT(RowsWith(kBoth), ElementsAre(3));
+}
+
+TEST_F(EntryListTest, AJournalThatWasLeftClosedIsOpenedAgain) {
+    InsertDays(5);
+    list_.RefreshList();
+    journal_.Close();
+    list_.RefreshList();
+    EXPECT_EQ(list_.GetItemCount(), 5);
+    EXPECT_EQ(Cell(4, 1), L"entry 4");
 }
 
 // ---- Selection tracking ----

@@ -121,24 +121,89 @@ TEST_F(FilteredListTest, SelectingAnEntryRemembersNoOther) {
     EXPECT_EQ(selection_.Current(), ids[30]);
 }
 
-TEST_F(FilteredListTest, APressOnASelectedRowTakesTheEntryThatItShows) {
+TEST_F(FilteredListTest, ASelectedRowGoesOnShowingItsEntry) {
     const auto ids = InsertDays(60);
     filter_.active = TRUE;
     filter_.months = 0x0060;
     list_.RefreshList();
     list_.SelectEntry(ids[30]);
-    list_.Invalidate();  // drawn whole: a row drawn alone shows the entry at its own place in the store
+    for (int i = 0; i < 2; ++i) {
+        list_.Invalidate();
+        list_.Update();
+        EXPECT_EQ(list_.GetFocusedEntry(&shown_), 30);
+        EXPECT_EQ(shown_, ids[30]);
+        EXPECT_EQ(Cell(30, 1), L"entry 30");
+        list_.SendMessage(WM_VSCROLL, SB_LINEUP);
+    }
+    list_.SendMessage(WM_KEYDOWN, VK_UP, 1);  // the row is its place's again
     list_.Update();
-    list_.GetFocusedEntry(&shown_);
-    ASSERT_NE(shown_, ids[30]);
-    ASSERT_NE(shown_, 0u);
-    RECT row = {};
-    ASSERT_TRUE(list_.GetItemRect(30, &row));
-    const LPARAM place = MAKELPARAM(row.left + 20, (row.top + row.bottom) / 2);
-    list_.PostMessage(WM_RBUTTONUP, 0, place);  // waiting already: the control goes on until it comes
-    list_.SendMessage(WM_RBUTTONDOWN, MK_RBUTTON, place);
-    EXPECT_THAT(selection_.Ids(), testing::ElementsAre(shown_));
-    EXPECT_EQ(selection_.Current(), shown_);
+    EXPECT_NE(Cell(30, 1), L"entry 30");
+}
+
+// ---- Rows counted among the entries that pass ----
+
+class WholeFilterTest : public FilteredListTest {
+protected:
+    void Choose(DWORD months) {
+        application_.WriteInt(L"Options", L"fWhole", 1);
+        filter_.active = TRUE;
+        filter_.months = months;
+        list_.RefreshList();
+    }
+};
+
+TEST_F(WholeFilterTest, EachRowIsTheNextEntryThatPasses) {
+    const auto ids = InsertDays(200);  // from 7 May 2001 on: June starts at 25
+    Choose(0x0020);
+    ASSERT_EQ(list_.GetItemCount(), 30);
+    for (int row = 0; row < 30; ++row)
+        EXPECT_EQ(Cell(row, 1), L"entry " + std::to_wstring(25 + row));
+    list_.SelectEntry(ids[54]);
+    EXPECT_EQ(list_.GetFocusedEntry(&shown_), 29);
+    EXPECT_EQ(shown_, ids[54]);
+    list_.SelectEntry(ids[55]);  // does not pass
+    EXPECT_EQ(list_.GetFocusedEntry(&shown_), -1);
+    EXPECT_EQ(selection_.Current(), 0u);
+    EXPECT_EQ(list_.GetSelectedCount(), 0);
+}
+
+TEST_F(WholeFilterTest, FollowsTheSortOrder) {
+    InsertDays(200);
+    Choose(0x0020);
+    const SORTORDERSPEC order = {kPropStart, CEDB_SORT_DESCENDING};
+    ASSERT_TRUE(journal_.SetSortOrder(&order, 1));
+    list_.RefreshList();
+    EXPECT_EQ(Cell(0, 1), L"entry 54");
+    EXPECT_EQ(Cell(29, 1), L"entry 25");
+}
+
+TEST_F(WholeFilterTest, AnEntryThatIsGoneLeavesItsRowEmptyUntilTheNextRebuild) {
+    const auto ids = InsertDays(60);
+    Choose(0x0020);
+    {
+        DbJournal other;
+        ASSERT_TRUE(other.Open(nullptr));
+        ASSERT_TRUE(other.DeleteRecord(ids[26]));
+        ASSERT_TRUE(other.DeleteRecord(ids[0]));
+        other.Close();
+    }
+    EXPECT_EQ(Cell(0, 1), L"entry 25");
+    EXPECT_EQ(Cell(1, 1), L"");
+    EXPECT_EQ(Cell(2, 1), L"entry 27");
+    list_.RefreshList();
+    EXPECT_EQ(Cell(1, 1), L"entry 27");
+}
+
+TEST_F(WholeFilterTest, IsTurnedOffAgainByTheNextRebuild) {
+    InsertDays(60);
+    Choose(0x0040);  // July: from 55 on
+    EXPECT_EQ(Cell(4, 1), L"entry 59");
+    application_.WriteInt(L"Options", L"fWhole", 0);
+    list_.RefreshList();
+    EXPECT_EQ(Cell(4, 1), L"");  // the store's own position 4
+    filter_.active = FALSE;
+    list_.RefreshList();
+    EXPECT_EQ(Cell(4, 1), L"entry 4");
 }
 
 // The filter asks for the first, second or third of the entry's three categories.
