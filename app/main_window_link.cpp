@@ -72,6 +72,6 @@ void MainWindow::BeginLinkedEntry(WORD kind, CEOID item) {
     CEOID written = 0;
     const INT_PTR result = EntryEditor::Run(*this, journal_, record, written);
     if (!IsWindow()) return;  // closed together with the editor
-    if (result != -1) selection_.SetCurrent(written);
+    if (result != -1) selection_.SelectOnly(written);
     list_.RefreshList();
 }

@@ -15,7 +15,12 @@ INT_PTR EntryEditor::Run(Window& owner, DbJournal& journal, SelectionMemory& sel
     const EntryRow row(selection.Current(), editField);
     EntryEditor editor(journal);
     const INT_PTR result = editor.RunModal(owner, row);
-    if (result != -1) selection.SetCurrent(editor.Id());
+    if (result == -1) return result;
+    if (editor.modified_) {
+        selection.SelectOnly(editor.Id());
+    } else {
+        selection.SetCurrent(editor.Id());
+    }
     return result;
 }
 

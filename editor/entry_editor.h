@@ -20,9 +20,9 @@ public:
     // Edits the selection's current entry (0: a new one) in a full-screen modal dialog over `owner` and returns when
     // the user has closed it. `editField` is the field id (101-111) whose row is selected first; 0 or an unknown id
     // selects the first row. An entry that was changed has been written to `journal` by then, and the id it was written
-    // under is the selection's current entry; a write that failed leaves 0 there. The caller refills its list. Returns
-    // IDOK, or -1 when the screen could not be made, or is open already and comes to the front (nothing is written
-    // then).
+    // under is the only one selected, and the current entry; a write that failed leaves 0 there. The caller refills its
+    // list. Returns IDOK, or -1 when the screen could not be made, or is open already and comes to the front (nothing
+    // is written then).
     //
     // An entry that somebody else deleted meanwhile, or that could not be read, is written as a new one: what was typed
     // is kept, and nothing stored is replaced by fields that were never shown. What a failed write could not store is

@@ -17,6 +17,12 @@ bool SelectionMemory::Remove(CEOID id) {
     return true;
 }
 
+void SelectionMemory::SelectOnly(CEOID id) {
+    Clear();
+    Add(id);
+    current_ = id;
+}
+
 void SelectionMemory::Clear() {
     ids_.clear();
     known_.clear();

@@ -16,6 +16,8 @@ public:
     // Forgets an id; when it is the current entry's, there is no current entry afterwards. False when it was not there.
     bool Remove(CEOID id);
     bool Contains(CEOID id) const { return known_.contains(id); }
+    // Makes an entry, one that was just written, the only one selected and the current one. 0: as Clear.
+    void SelectOnly(CEOID id);
     // Forgets every id and the current entry.
     void Clear();
 

@@ -43,6 +43,17 @@ TEST_P(NewEntryTest, OpensTheEditorOnNoEntryAndSelectsWhatItWrote) {
 
 INSTANTIATE_TEST_SUITE_P(Commands, NewEntryTest, testing::Values(WORD{10}, WORD{3001}));
 
+TEST_F(CommandsTest, AnEntryJustWrittenIsSelectedAlone) {
+    FakeEditor::edit = [&](CEOID) { return Write({L"new"})[0]; };
+    for (int i = 0; i < 3; ++i)
+        Command(10);
+    EXPECT_EQ(List().GetSelectedCount(), 1);
+    EXPECT_THAT(selection_.Ids(), ElementsAre(selection_.Current()));
+    boxes_.Expect(L"Confirm", L"Delete record?", IDYES);
+    Command(106);
+    EXPECT_EQ(Subjects().size(), ids_.size() + 2);
+}
+
 TEST_F(CommandsTest, ANewEntryThatWasNotWrittenLeavesNothingSelected) {
     List().SelectEntry(ids_[0]);
     Command(10);

@@ -22,7 +22,7 @@ void FakeEditor::Reset() {
 INT_PTR EntryEditor::Run(Window&, DbJournal&, SelectionMemory& selection, unsigned short editField) {
     FakeEditor::fields.push_back(editField);
     FakeEditor::opened.push_back(selection.Current());
-    if (FakeEditor::edit) selection.SetCurrent(FakeEditor::edit(selection.Current()));
+    if (FakeEditor::edit) selection.SelectOnly(FakeEditor::edit(selection.Current()));
     return IDOK;
 }
 

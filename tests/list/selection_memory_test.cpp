@@ -74,6 +74,19 @@ TEST(SelectionMemoryTest, ClearForgetsTheCurrentEntryToo) {
     EXPECT_TRUE(memory.Add(7));
 }
 
+TEST(SelectionMemoryTest, SelectsOneEntryAlone) {
+    SelectionMemory memory;
+    memory.Add(7);
+    memory.Add(8);
+    memory.SetCurrent(7);
+    memory.SelectOnly(9);
+    EXPECT_THAT(memory.Ids(), testing::ElementsAre(9u));
+    EXPECT_EQ(memory.Current(), 9u);
+    memory.SelectOnly(0);
+    EXPECT_THAT(memory.Ids(), IsEmpty());
+    EXPECT_EQ(memory.Current(), 0u);
+}
+
 TEST(SelectionMemoryTest, TakesTheWholeStore) {
     SelectionMemory memory;
     constexpr CEOID kAll = 65'535;
