@@ -9,6 +9,7 @@
 #include "data/record_buffer.h"
 #include "filter/filter_caption.h"
 #include "filter/filter_settings.h"
+#include "filter/filter_status.h"
 #include "res/ids.h"
 #include "ui/application.h"
 #include "ui/resource_text.h"
@@ -60,11 +61,13 @@ INT_PTR FilterDialog::OnInitDialog(void*) {
     CreateMenuBar(true, 0, IDR_FILTER_BAR, GetModuleHandleW(nullptr));
     AttachControls();
     FillMonths();
+    filter_.LookUpCategories();  // other programs may have renamed some
     if (!FillCategories()) {
         EndDialog(GetHandle(), -1);
         return FALSE;
     }
     if (filter_.rangeStart.Ticks() == 0) filter_.rangeStart.SetNow();
+    if (filter_.rangeEnd.Ticks() == 0) filter_.rangeEnd.SetNow();
     ShowRange();
     filter_.active = TRUE;
     // Clicked, so that their handlers set all that depends on them.
@@ -244,6 +247,9 @@ void FilterDialog::OnCategoryToggled(int row) {
 
 void FilterDialog::Edited() {
     filter_.active = TRUE;
+    // After "Clear" the range is not set, and its days are still shown: what is shown counts.
+    if (filter_.rangeStart.Ticks() == 0) filter_.rangeStart.SetFromPicker(start_.GetHandle());
+    if (filter_.rangeEnd.Ticks() == 0) filter_.rangeEnd.SetFromPicker(end_.GetHandle());
     changed_ = true;
     CountAnew();
 }
@@ -271,8 +277,6 @@ void FilterDialog::CountAnew() {
 INT_PTR FilterDialog::OnTimer() {
     if (!counter_.Continue(kCountSlice)) return TRUE;
     KillTimer(kCountTimer);
-    wchar_t text[100];
-    wsprintfW(text, LoadText(IDS_FILTER_STATUS).c_str(), counter_.Passed(), counter_.Total());
-    status_.SetText(text);
+    status_.SetText(FilterStatus(filter_, counter_.Passed(), counter_.Total()).c_str());
     return TRUE;
 }

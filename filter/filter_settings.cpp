@@ -21,9 +21,19 @@ int64_t DayOf(const DateTime& time) {
     return static_cast<int64_t>(time.Ticks() / DateTime::kTicksPerDay) - kDaysBefore1899;
 }
 
+bool IsSame(const DbCItem& a, const DbCItem& b) {
+    return a == b || (a.GetOid() != 0 && a.GetOid() == b.GetOid());
+}
+
 }  // namespace
 
 // ---- Categories ----
+
+bool FilterSettings::HasCategory(const DbCItem& category) const {
+    for (const DbCItem& held : categories_)
+        if (IsSame(held, category)) return true;
+    return false;
+}
 
 void FilterSettings::AddCategory(const DbCItem& category) {
     categories_.Append(category);
@@ -31,13 +41,21 @@ void FilterSettings::AddCategory(const DbCItem& category) {
 }
 
 bool FilterSettings::RemoveCategory(const DbCItem& category) {
-    const bool removed = categories_.Remove(categories_.Find(category));
-    CollectIds();
-    return removed;
+    for (DbCItem& held : categories_) {
+        if (!IsSame(held, category)) continue;
+        const bool removed = categories_.Remove(&held);
+        CollectIds();
+        return removed;
+    }
+    return false;
 }
 
 void FilterSettings::RefreshCategories() {
-    if (!active || categories_.IsEmpty()) return;
+    if (active) LookUpCategories();
+}
+
+void FilterSettings::LookUpCategories() {
+    if (categories_.IsEmpty()) return;
     DbCategories database;
     if (!database.Exists(kCategoriesDatabase) || !database.Open(kPropCategoryName, nullptr)) return;
     FindCategories(database);
@@ -64,6 +82,10 @@ bool FilterSettings::Match(const FILETIME& start, const CEBLOB& categories) cons
     if (!active) return true;
     if (categoriesOnly || !categories_.IsEmpty()) return MatchCategories(categories);
     return byRange ? MatchRange(DateTime(start)) : MatchMonths(DateTime(start));
+}
+
+bool FilterSettings::EndsBeforeItStarts() const {
+    return DayOf(rangeEnd) < DayOf(rangeStart);
 }
 
 bool FilterSettings::MatchRange(const DateTime& start) const {

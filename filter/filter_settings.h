@@ -30,14 +30,17 @@ struct FilterSettings {
     // ---- Categories; as soon as there is one, they alone decide ----
 
     const TSList<DbCItem>& Categories() const { return categories_; }
-    bool HasCategory(const DbCItem& category) const { return categories_.Find(category) != nullptr; }
+    // By name, or by the record where both are known: a category's name may have changed its letter case meanwhile.
+    bool HasCategory(const DbCItem& category) const;
     // Appends a copy. The item carries its id if it is known; one without an id matches nothing until it is looked up.
     void AddCategory(const DbCItem& category);
-    // Removes the first that equals it; false when there is none.
+    // Removes the first that is the same, as HasCategory tells; false when there is none.
     bool RemoveCategory(const DbCItem& category);
     // Looks the names up anew if they are to decide. Without a categories database, which is not reported here, all
     // stays as it was.
     void RefreshCategories();
+    // The same, whether or not they decide.
+    void LookUpCategories();
 
     // ---- Keeping ----
 
@@ -51,6 +54,8 @@ struct FilterSettings {
 
     // ---- Asking ----
 
+    // Whether the range's last day comes before its first: no start lies in it.
+    bool EndsBeforeItStarts() const;
     // Whether an entry passes, by its start and the bytes of its categories (see data/category_blob.h).
     bool Match(const FILETIME& start, const CEBLOB& categories) const;
 

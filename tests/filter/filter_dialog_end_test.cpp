@@ -139,20 +139,75 @@ TEST_F(FilterDialogTest, SaysHowManyEntriesPassOfHowMany) {
         AddEntry(At(2001, month, 3), month % 3 == 0 ? std::vector{business} : std::vector<CEOID>{});
     ResetOnClear();
     Open([&] {
-        EXPECT_EQ(Status(), L"1 of 12 entries pass");
+        EXPECT_EQ(Status(), L"Months decide: 1 of 12 entries pass");
         Check(kMonths, 0, true);
-        EXPECT_EQ(Status(), L"2 of 12 entries pass");
+        EXPECT_EQ(Status(), L"Months decide: 2 of 12 entries pass");
         Check(kCategories, RowOf(kCategories, L"Business"), true);
-        EXPECT_EQ(Status(), L"4 of 12 entries pass");
+        EXPECT_EQ(Status(), L"Categories decide: 4 of 12 entries pass");
         Command(115);
         EXPECT_EQ(Status(), L"12 of 12 entries pass");
         Click(kByMonth);
-        EXPECT_EQ(Status(), L"0 of 12 entries pass");
+        EXPECT_EQ(Status(), L"Months decide: none is chosen, nothing passes");
     });
 }
 
 TEST_F(FilterDialogTest, AnEmptyStoreHasNothingThatPasses) {
-    Open([&] { EXPECT_EQ(Status(), L"0 of 0 entries pass"); });
+    SetRange();
+    Open([&] { EXPECT_EQ(Status(), L"Dates decide: 0 of 0 entries pass"); });
+}
+
+TEST_F(FilterDialogTest, SaysWhyNothingCanPass) {
+    AddEntry(At(2001, 5, 8));
+    SetRange();
+    Open([&] {
+        EXPECT_EQ(Status(), L"Dates decide: 1 of 1 entries pass");
+        Pick(kEnd, At(2001, 5, 6));
+        EXPECT_EQ(Status(), L"Dates decide: end before start, nothing passes");
+        Click(kCategoriesOnly);
+        EXPECT_EQ(Status(), L"Categories decide: none is chosen, nothing passes");
+    });
+}
+
+TEST_F(FilterDialogTest, NamesACategoryThatIsGoneAndStillDecides) {
+    AddEntry(At(2001, 5, 8), {Category(L"Holiday")});
+    Choose(L"Holiday");
+    Choose(L"Chess");
+    DeleteCategory(L"Chess");
+    Open([&] { EXPECT_EQ(Status(), L"Categories decide: 1 of 1 entries pass, \"Chess\" is gone"); });
+}
+
+// ---- What is shown counts ----
+
+TEST_F(FilterDialogTest, AnEndThatWasNeverSetIsTheDayItShows) {
+    Open([&] {
+        Click(kByRange);
+        EXPECT_NE(filter_.rangeEnd.Ticks(), 0u);
+        EXPECT_EQ(Picked(kEnd).ToSystemTime().wDay, filter_.rangeEnd.ToSystemTime().wDay);
+    });
+}
+
+TEST_F(FilterDialogTest, TheDaysShownAfterClearCountAsSoonAsTheRangeIsChosen) {
+    ResetOnClear();
+    SetRange();
+    AddEntry(At(2001, 5, 8));
+    Open([&] {
+        Command(115);
+        ASSERT_EQ(filter_.rangeStart.Ticks(), 0u);
+        Click(kByRange);
+        EXPECT_EQ(filter_.rangeStart, At(2001, 5, 7, 13, 30));
+        EXPECT_EQ(filter_.rangeEnd, At(2001, 5, 9, 8, 15));
+        EXPECT_EQ(Status(), L"Dates decide: 1 of 1 entries pass");
+    });
+}
+
+TEST_F(FilterDialogTest, ACategoryThatChangedItsLetterCaseIsChecked) {
+    Choose(L"Chess");
+    RenameCategory(L"Chess", L"CHESS");
+    Open([&] {
+        EXPECT_THAT(CheckedRows(kCategories), ElementsAre(L"CHESS"));
+        Check(kCategories, RowOf(kCategories, L"CHESS"), false);
+        EXPECT_THAT(Names(), IsEmpty());
+    });
 }
 
 }  // namespace

@@ -116,10 +116,10 @@ TEST_F(FilterKeysTest, WithoutAnyCategoryTheListIsEmptyAndTheRestWorks) {
         Press(VK_SPACE);
         Press(VK_DOWN);
         Click(kCategoriesOnly);
-        EXPECT_EQ(Status(), L"0 of 1 entries pass");
+        EXPECT_EQ(Status(), L"Categories decide: none is chosen, nothing passes");
         Click(kCategoriesOnly);
         Check(kMonths, 4, true);
-        EXPECT_EQ(Status(), L"1 of 1 entries pass");
+        EXPECT_EQ(Status(), L"Months decide: 1 of 1 entries pass");
         Command(115);
         Command(IDOK);
     });
@@ -147,9 +147,9 @@ TEST_F(FilterKeysTest, FiveThousandCategoriesAreListedCheckedAndCleared) {
     Open([&] {
         EXPECT_GE(Rows(kCategories).size(), 5000u);
         EXPECT_THAT(CheckedRows(kCategories), SizeIs(5000));
-        EXPECT_EQ(Status(), L"1 of 1 entries pass");
+        EXPECT_EQ(Status(), L"Categories decide: 1 of 1 entries pass");
         Check(kCategories, RowOf(kCategories, L"Many 14999"), false);
-        EXPECT_EQ(Status(), L"0 of 1 entries pass");
+        EXPECT_EQ(Status(), L"Categories decide: 0 of 1 entries pass");
         EXPECT_THAT(Names(), SizeIs(4999));
         Command(115);
         EXPECT_THAT(CheckedRows(kCategories), IsEmpty());
