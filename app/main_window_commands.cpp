@@ -4,6 +4,7 @@
 #include "app/options_screen.h"
 #include "data/category_uses.h"
 #include "data/db_journal.h"
+#include "data/entry_identity.h"
 #include "data/sort_key.h"
 #include "editor/entry_editor.h"
 #include "export/export_dialog.h"
@@ -22,6 +23,8 @@
 #include "ui/resource_text.h"
 
 #include <aygshell.h>
+
+#include <algorithm>
 
 LRESULT MainWindow::OnCommand(WORD notification, WORD id) {
     switch (notification) {
@@ -179,7 +182,11 @@ void MainWindow::CopySelected() {
         BYTE* buffer = nullptr;
         if (journal_.ReadRecordProps(&count, nullptr, &buffer) != 0 && count > 0) {
             CEPROPVAL* properties = reinterpret_cast<CEPROPVAL*>(buffer);
-            if (journal_.WriteRecordProps(0, count, properties) != 0) uses.Add(FindCategories({properties, count}));
+            count = static_cast<WORD>(std::remove_if(properties, properties + count,
+                                                     [](const CEPROPVAL& value) { return IsIdentity(value.propid); }) -
+                                      properties);
+            if (count > 0 && journal_.WriteRecordProps(0, count, properties) != 0)
+                uses.Add(FindCategories({properties, count}));
         }
         LocalFree(buffer);
     }

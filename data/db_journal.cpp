@@ -1,5 +1,7 @@
 #include "data/db_journal.h"
 
+#include <storestamp.h>
+
 #include <iterator>
 #include <vector>
 
@@ -34,6 +36,8 @@ int DbJournal::Open(HWND notify) {
     Close();
     const BOOL opened = CeDbase::Open(kJournalDatabase, orders[0].propid, 0, notify);
     if (held != INVALID_HANDLE_VALUE) CloseHandle(held);
+    if (opened)
+        CeSetDatabaseStamp(GetHandle(), kPropChanged);  // what can't be written has no changes to keep the time of
     return opened;
 }
 

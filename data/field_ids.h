@@ -41,6 +41,9 @@ constexpr CEPROPID kPropCompany = MakePropID(kFieldCompany, CEVT_LPWSTR);      /
 constexpr CEPROPID kPropRecordFlags = MakePropID(112, CEVT_UI4);
 // The editor sets these after every successful write.
 constexpr UINT kRecordFlagsWritten = 3;
+// Who the entry is (data/entry_identity.h), and when it was last changed: UTC, set by the store at each write.
+constexpr CEPROPID kPropUid = MakePropID(113, CEVT_LPWSTR);
+constexpr CEPROPID kPropChanged = MakePropID(114, CEVT_FILETIME);
 
 // What a coded field gets in the form when it was never set.
 constexpr short kUnset = -1;

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 #include <set>
+#include <sstream>
 
 #include "platform/objectstore/database_rules.h"
 #include "platform/objectstore/sort_key.h"
@@ -11,6 +12,13 @@
 
 namespace store {
 namespace {
+
+// 0 for what names no time.
+CEPROPID StampFromText(const std::string& text) {
+    CEPROPID property = 0;
+    std::istringstream(text) >> property;
+    return TypeFromPropID(property) == CEVT_FILETIME ? property : 0;
+}
 
 bool SameOrders(const std::vector<SORTORDERSPEC>& a, const std::vector<SORTORDERSPEC>& b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const SORTORDERSPEC& x, const SORTORDERSPEC& y) {
@@ -78,9 +86,10 @@ Database* Catalog::FindName(const std::wstring& name) {
 
 void Catalog::Reload() {
     std::set<CEOID> there;
-    Query all(connection_,
-              "SELECT d.oid, d.name, d.type, d.orders, d.flags, c.value, c.changes, c.modified "
-              "FROM database AS d JOIN counter AS c ON c.oid = d.oid");
+    Query all(
+        connection_,
+        "SELECT d.oid, d.name, d.type, d.orders, d.flags, c.value, c.changes, c.modified, s.value "
+        "FROM database AS d JOIN counter AS c ON c.oid = d.oid LEFT JOIN setting AS s ON s.key='stamp ' || d.oid");
     while (all.Step()) {
         const Statement& row = *all.operator->();
         const auto oid = static_cast<CEOID>(CheckedNumber(row, 0, 1, MAXDWORD));
@@ -106,6 +115,7 @@ void Catalog::TakeRow(const Statement& row, Database& database) {
     database.flags = static_cast<DWORD>(CheckedNumber(row, 4, 0, MAXDWORD));
     database.count = static_cast<uint32_t>(CheckedNumber(row, 5, 0, CEDB_MAXNUMRECORDS));
     database.modified = CheckedNumber(row, 7, INT64_MIN, INT64_MAX);
+    database.stamp = StampFromText(row.Text(8));
     if (!SameOrders(orders, database.orders) || database.indexes.empty()) {
         database.orders = std::move(orders);
         database.plans.clear();
@@ -183,6 +193,7 @@ void Catalog::Delete(CEOID oid) {
         connection_.Run(std::string("DELETE FROM ") + table + " WHERE oid=" + Numeral(oid));
     }
     connection_.Run("DELETE FROM property WHERE database=" + Numeral(oid));
+    connection_.Run("DELETE FROM setting WHERE key='stamp " + Numeral(oid) + "'");
     databases_.erase(oid);
 }
 
@@ -204,6 +215,12 @@ void Catalog::SetFlags(Database& database, DWORD flags) {
 void Catalog::SetModified(Database& database, int64_t modified) {
     database.modified = modified;
     connection_.Run("UPDATE counter SET modified=" + Numeral(modified) + " WHERE oid=" + Numeral(database.oid));
+}
+
+void Catalog::SetStamp(Database& database, CEPROPID property) {
+    database.stamp = property;
+    connection_.Run("INSERT OR REPLACE INTO setting VALUES('stamp " + Numeral(database.oid) + "','" +
+                    Numeral(property) + "')");
 }
 
 void Catalog::SetOrders(Database& database, const std::vector<SORTORDERSPEC>& orders) {

@@ -38,6 +38,7 @@ struct Database {
     DWORD flags = 0;
     std::vector<SORTORDERSPEC> orders;
     std::map<CEPROPID, Column> columns;
+    CEPROPID stamp = 0;  // gets the time of each write of a record; 0: none does
     uint32_t count = 0;
     int64_t changes = 0;
     int64_t modified = 0;  // FILETIME's 64 bits
@@ -75,6 +76,7 @@ public:
     void SetType(Database& database, DWORD type);
     void SetFlags(Database& database, DWORD flags);
     void SetModified(Database& database, int64_t modified);
+    void SetStamp(Database& database, CEPROPID property);
     void SetOrders(Database& database, const std::vector<SORTORDERSPEC>& orders);
     void AddColumn(Database& database, CEPROPID property);
     void MarkOutside(Database& database, CEPROPID property);

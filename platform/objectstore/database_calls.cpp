@@ -1,4 +1,5 @@
 // The calls about whole databases, enumerations and the store itself.
+#include <storestamp.h>
 #include <windbase.h>
 
 #include <algorithm>
@@ -166,6 +167,21 @@ BOOL CeOidGetInfo(CEOID oid, CEOIDINFO* info) {
         if (parent == 0) Fail(ERROR_INVALID_HANDLE);
         info->wObjType = OBJTYPE_RECORD;
         info->infRecord.oidParent = parent;
+        return TRUE;
+    });
+}
+
+BOOL CeSetDatabaseStamp(HANDLE handle, CEPROPID property) {
+    return Call("CeSetDatabaseStamp", FALSE, [&](Store& store) {
+        if (property != 0 && TypeFromPropID(property) != CEVT_FILETIME) Fail(ERROR_INVALID_PARAMETER);
+        const store::OpenDatabase& open = store.FindOpen(handle);
+        if (store.Fresh().Databases().Find(open.database)->stamp == property) return TRUE;
+        Session& session = store.Open();
+        Transaction transaction(session);
+        Database& database = store.DatabaseOf(open);
+        session.Databases().SetStamp(database, property);
+        session.Databases().CountWrite(database, 0);
+        transaction.Commit();
         return TRUE;
     });
 }

@@ -10,6 +10,13 @@ namespace {
 
 using Values = std::map<CEPROPID, StoredValue>;
 
+StoredValue Now() {
+    CEPROPVAL now = {};
+    now.propid = CEVT_FILETIME;
+    GetSystemTimeAsFileTime(&now.val.filetime);
+    return Encode(now);
+}
+
 // What the record keeps in the table large, of the given properties (or of all).
 std::map<CEPROPID, int64_t> OutsideOf(Connection& connection, const Database& database, CEOID record,
                                       const Values* only) {
@@ -148,6 +155,7 @@ CEOID WriteProperties(Store& store, OpenDatabase& open, CEOID record, const CEPR
     const bool isNew = record == 0;
     if (isNew && database.count >= CEDB_MAXNUMRECORDS) Fail(ERROR_DISK_FULL);
     if (!isNew && !Exists(connection, database, record)) Fail(ERROR_INVALID_PARAMETER);
+    if (database.stamp) values.try_emplace(database.stamp, Now());
 
     for (auto value = values.begin(); value != values.end();) {
         const bool there = database.columns.contains(value->first);

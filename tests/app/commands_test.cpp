@@ -1,6 +1,7 @@
 // What the main window's commands do to the store and the list.
 #include <gmock/gmock.h>
 
+#include "data/entry_identity.h"
 #include "res/ids.h"
 #include "tests/app/app_fixture.h"
 #include "tests/app/fake_export.h"
@@ -268,6 +269,19 @@ TEST_F(CommandsTest, ACopyHasEveryPropertyOfItsEntry) {
         companies.push_back(FindFieldByID(fields, kFieldCompany)->GetStrValue());
     }
     EXPECT_THAT(companies, ElementsAre(L"Talvern", L"Talvern"));
+}
+
+TEST_F(CommandsTest, ACopyIsAnotherEntryWithoutTheUidOfTheFirst) {
+    const std::wstring uid = NeedUid(journal_, ids_[1]);
+    ASSERT_NE(uid, L"");
+    Select({1});
+    Command(105);
+    std::vector<std::wstring> uids;
+    for (CEOID id = journal_.SeekFirst(); id != 0; id = journal_.SeekNext()) {
+        uids.push_back(FindUid(journal_, id));
+        journal_.SeekToOid(id);
+    }
+    EXPECT_THAT(uids, UnorderedElementsAre(uid, L"", L"", L""));
 }
 
 TEST_F(CommandsTest, CopySkipsAnEntryThatIsGone) {
