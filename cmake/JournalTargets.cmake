@@ -8,6 +8,11 @@ target_compile_definitions(journal_flags INTERFACE WINVER=0x0A00 _WIN32_WINNT=0x
 # The C++ runtime goes into each binary, so that nothing has to be installed beside ours.
 target_link_options(journal_flags INTERFACE -static)
 if(JOURNAL_CHECKED)
+  # GNU's linker takes up to ten seconds for a test program, LLVM's a part of one.
+  find_program(JOURNAL_LLD ld.lld)
+  if(JOURNAL_LLD AND CMAKE_CROSSCOMPILING)
+    target_link_options(journal_flags INTERFACE -wrapper ${CMAKE_SOURCE_DIR}/tools/link_with_lld.sh)
+  endif()
   target_compile_options(journal_flags INTERFACE -fsanitize=undefined -fsanitize-undefined-trap-on-error)
   target_compile_definitions(journal_flags INTERFACE _GLIBCXX_ASSERTIONS)
 endif()

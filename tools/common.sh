@@ -43,7 +43,7 @@ needs_fonts=(/usr/share/wine/fonts/tahoma.ttf:fonts-wine fc-match:fontconfig)
 needs_display=(Xvfb:xvfb openbox:openbox xprop:x11-utils import:imagemagick)
 needs_package=(makensis:nsis)
 needs_test=(
-    /usr/src/googletest/CMakeLists.txt:googletest
+    /usr/src/googletest/CMakeLists.txt:googletest ld.lld:lld
     clang-format:clang-format git:git python3:python3 desktop-file-validate:desktop-file-utils
 )
 
