@@ -38,33 +38,12 @@ std::wstring OneLine(const std::wstring& text) {
     return line;
 }
 
-// Brings the characters of a text closer together by a pixel, if it fits with that and not without.
-class Squeezed {
-public:
-    Squeezed(HDC dc, const std::wstring& text, int room) : dc_(dc) {
-        SIZE size = {};
-        GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &size);
-        const int count = std::max(static_cast<int>(text.size()), 1);
-        const int excess = static_cast<int>(size.cx) - room;
-        const int each = (excess + count - 1) / count;
-        before_ = SetTextCharacterExtra(dc, excess > 0 && each <= Px(1) ? -each : 0);
-    }
-    ~Squeezed() { SetTextCharacterExtra(dc_, before_); }
-    Squeezed(const Squeezed&) = delete;
-    Squeezed& operator=(const Squeezed&) = delete;
-
-private:
-    HDC dc_;
-    int before_;
-};
-
 // The margin at the right is the next cell's, or the window's border.
 void DrawCell(HDC dc, RECT cell, const std::wstring& text, COLORREF colour, HFONT font) {
     const SelectedObject selectedFont(dc, font);
     SetTextColor(dc, colour);
     SetBkMode(dc, TRANSPARENT);
     cell.left += Px(kTextMargin);
-    const Squeezed squeezed(dc, text, cell.right - cell.left);
     DrawTextW(dc, text.c_str(), static_cast<int>(text.size()), &cell,
               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
 }
@@ -170,9 +149,13 @@ void FieldList::Draw(const DRAWITEMSTRUCT& draw) const {
     if (selected && GetFocus() == GetHandle()) DrawFocusRect(draw.hDC, &draw.rcItem);
 }
 
+// A field is known by its caption, which is therefore written narrower rather than cut.
 void FieldList::DrawCaption(HDC dc, const RECT& cell, const std::wstring& text, bool selected) const {
     if (selected) ::FillRect(dc, &cell, GetSysColorBrush(COLOR_ACTIVECAPTION));
-    DrawCell(dc, cell, text, selected ? GetSysColor(COLOR_CAPTIONTEXT) : kOlive, captionFont_.get());
+    const int room = cell.right - cell.left - Px(kTextMargin);
+    const UniqueFont narrow = MakeNarrowFont(dc, captionFont_.get(), text, room);
+    DrawCell(dc, cell, text, selected ? GetSysColor(COLOR_CAPTIONTEXT) : kOlive,
+             narrow ? narrow.get() : captionFont_.get());
 }
 
 void FieldList::DrawValue(HDC dc, const RECT& cell, const std::wstring& text, bool isDefault) const {

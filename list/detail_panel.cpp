@@ -184,24 +184,7 @@ std::wstring DetailPanel::FittingSubject(int room) const {
 // The time stands last and would be cut off first: in locales with long names the line is written narrower instead.
 void DetailPanel::FitDate(int room) {
     const WindowDc dc(GetHandle());
-    const auto width = [&](HFONT font) {
-        const SelectedObject selected(dc.Dc(), font);
-        SIZE size = {};
-        GetTextExtentPoint32W(dc.Dc(), texts_.date.c_str(), static_cast<int>(texts_.date.size()), &size);
-        return static_cast<int>(size.cx);
-    };
-    UniqueFont narrow;
-    if (room > 0 && width(normal_.get()) > room) {
-        const SelectedObject selected(dc.Dc(), normal_.get());
-        TEXTMETRICW metrics = {};
-        GetTextMetricsW(dc.Dc(), &metrics);
-        LOGFONTW font = {};
-        GetObjectW(normal_.get(), sizeof font, &font);
-        for (font.lfWidth = metrics.tmAveCharWidth - 1; font.lfWidth > 0; --font.lfWidth) {
-            narrow.reset(CreateFontIndirectW(&font));
-            if (width(narrow.get()) <= room) break;
-        }
-    }
+    UniqueFont narrow = MakeNarrowFont(dc.Dc(), normal_.get(), texts_.date, room);
     date_.SetFont(narrow ? narrow.get() : normal_.get());
     narrow_ = std::move(narrow);
 }

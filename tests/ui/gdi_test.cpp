@@ -96,3 +96,25 @@ TEST(FontTest, ControlsShareOneFont) {
     EXPECT_NE(ControlFont(), nullptr);
     EXPECT_EQ(ControlFont(), ControlFont());
 }
+
+TEST(FontTest, ALineThatMayNotBeCutIsWrittenNarrower) {
+    const WindowDc screen(nullptr);
+    const UniqueFont font = MakeFont(L"Tahoma", -24, FW_NORMAL);
+    const std::wstring line = L"A line of some length";
+    const auto width = [&](HFONT in) {
+        const SelectedObject selected(screen.Dc(), in);
+        SIZE size = {};
+        GetTextExtentPoint32W(screen.Dc(), line.c_str(), static_cast<int>(line.size()), &size);
+        return static_cast<int>(size.cx);
+    };
+    const int whole = width(font.get());
+    EXPECT_FALSE(MakeNarrowFont(screen.Dc(), font.get(), line, whole));
+    EXPECT_FALSE(MakeNarrowFont(screen.Dc(), font.get(), line, 0));
+    const UniqueFont narrow = MakeNarrowFont(screen.Dc(), font.get(), line, whole * 3 / 4);
+    ASSERT_TRUE(narrow);
+    EXPECT_LE(width(narrow.get()), whole * 3 / 4);
+    LOGFONTW made = {};
+    GetObjectW(narrow.get(), sizeof made, &made);
+    EXPECT_EQ(made.lfHeight, -Px(24));
+    EXPECT_TRUE(MakeNarrowFont(screen.Dc(), font.get(), line, 1)) << "as narrow as can be";
+}
