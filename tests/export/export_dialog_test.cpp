@@ -135,6 +135,34 @@ TEST_F(ExportDialogTest, OneEntryIsExportedWholeWithItsHeader) {
     EXPECT_EQ(application_.BusyCount(), 0);
 }
 
+namespace {
+
+// Stands in for the box: can the file be opened by somebody who shares it with nobody?
+struct Box {
+    static inline std::wstring file;
+    static inline std::wstring told;
+    static inline bool closed = false;
+    static int WINAPI Show(HWND, LPCWSTR text, LPCWSTR, UINT) {
+        told = text;
+        const HANDLE alone = CreateFileW(file.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+        closed = alone != INVALID_HANDLE_VALUE;
+        if (closed) CloseHandle(alone);
+        return IDOK;
+    }
+};
+
+}  // namespace
+
+// Whoever reads the box may go to the file at once.
+TEST_F(ExportDialogTest, TheFileIsClosedWhenTheCountIsTold) {
+    AddDays(1);
+    Box::file = File();
+    const ReplacedImport box(nullptr, "MessageBoxW", Box::Show);
+    EXPECT_EQ(Open([&] { Command(IDOK); }), IDOK);
+    EXPECT_EQ(Box::told, kOne);
+    EXPECT_TRUE(Box::closed);
+}
+
 TEST_F(ExportDialogTest, SeveralEntriesAreRecords) {
     AddDays(3);
     Export(L"Exported 3 records", Subjects());
@@ -297,6 +325,24 @@ TEST_F(ExportDialogTest, ABodyThatIsNoRichTextIsEmpty) {
         TapField(L"Note");
     });
     EXPECT_EQ(Bytes(File()), "\"odd\",\"\"\r\n");
+}
+
+// As the note control reads it back; a soft line break is a character of its own to some systems.
+TEST_F(ExportDialogTest, ASoftLineBreakIsWhatTheNoteControlMakesOfIt) {
+    RichInk control;
+    ASSERT_TRUE(control.CreateIn(stage_.Owner().GetHandle(), 1, ES_MULTILINE, {0, 0, 100, 100}));
+    const std::string rich = "{\\rtf1\\ansi one\\line two\\par three}";
+    ASSERT_TRUE(control.StreamIn(SF_RTF, {rich.begin(), rich.end()}));
+    const std::wstring shown = control.StreamOutText();
+    control.Destroy();
+    Sample sample = {L"soft"};
+    sample.body = rich;
+    Add(sample);
+    Export(kOne, [&] {
+        Subjects()();
+        TapField(L"Note");
+    });
+    EXPECT_EQ(Bytes(File()), "\"soft\",\"" + Ansi(shown) + "\"\r\n");
 }
 
 // A note that carries its plain text is not laid out; what comes is the same.

@@ -134,8 +134,35 @@ TEST_F(ExportFileTest, AFullDiskKeepsWhatFitAndEndsTheFileThere) {
     file_.Write("onetwo");
     file_.Write("three");
     file_.SetEnd();
+    EXPECT_TRUE(file_.Failed());
     file_.Close();
     EXPECT_EQ(Bytes(File()), "onet");
+}
+
+TEST_F(ExportFileTest, WhateverTheSystemRefusesIsAFailure) {
+    struct Refused {
+        static BOOL WINAPI Handle(HANDLE) { return FALSE; }
+    };
+    ASSERT_TRUE(Create(File()));
+    file_.Write("one");
+    file_.SetEnd();
+    EXPECT_FALSE(file_.Failed());
+    {
+        const ReplacedImport end(nullptr, "SetEndOfFile", Refused::Handle);
+        file_.SetEnd();
+    }
+    EXPECT_TRUE(file_.Failed());
+    file_.Close();
+    ASSERT_TRUE(Create(File()));
+    EXPECT_FALSE(file_.Failed()) << "another file, another fate";
+    {
+        const ReplacedImport flush(nullptr, "FlushFileBuffers", Refused::Handle);
+        file_.Write("two");
+    }
+    EXPECT_TRUE(file_.Failed());
+    file_.Close();
+    ASSERT_TRUE(Create((folder_.Path() / L"missing" / L"journal.csv").wstring()));
+    EXPECT_TRUE(file_.Failed());
 }
 
 class AnsiOutputTest : public ExportFileTest {};
