@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "platform/richink/picture_guard.h"
+#include "platform/richink/rtf_words.h"
 
 namespace {
 
@@ -24,14 +25,92 @@ bool IsHex(char c) {
     return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
 
-// Words whose numbers the reader keeps, and later measures or looks things up with, unasked whether they make sense.
+// The words that may have a number. The reader keeps most of these numbers and later measures or looks things up with
+// them, unasked whether they make sense; a word that is not here goes with its number.
+enum class Number { kWanted, kOptional };
 struct Range {
     std::string_view word;
     int least;
     int most;
+    Number number = Number::kWanted;
 };
 constexpr int kFarthestTwips = 31'680;  // 22 inches, the widest page there is
 constexpr Range kRanges[] = {
+    {"rtf", 0, 9, Number::kOptional},
+    {"ansicpg", 0, 65'001},
+    {"viewkind", 0, 5},
+    {"viewscale", 1, 1'000},
+    {"deff", 0, 32'767},
+    {"adeff", 0, 32'767},
+    {"deftab", 1, kFarthestTwips},
+    {"f", 0, 32'767},
+    {"af", 0, 32'767},
+    {"fcharset", 0, 255},
+    {"fprq", 0, 2},
+    {"fbias", 0, 1},
+    {"cpg", 0, 65'001},
+    {"red", 0, 255},
+    {"green", 0, 255},
+    {"blue", 0, 255},
+    {"s", 0, 32'767},
+    {"cs", 0, 32'767},
+    {"ds", 0, 32'767},
+    {"sbasedon", 0, 32'767},
+    {"snext", 0, 32'767},
+    {"uc", 0, 32},
+    {"u", -32'768, 65'535},
+    {"lang", 0, 65'535},
+    {"langfe", 0, 65'535},
+    {"langnp", 0, 65'535},
+    {"deflang", 0, 65'535},
+    {"deflangfe", 0, 65'535},
+    // Characters.
+    {"fs", 2, 3'276},
+    {"afs", 2, 3'276},
+    {"cf", 0, 32'767},
+    {"cb", 0, 32'767},
+    {"chcbpat", 0, 32'767},
+    {"highlight", 0, 32'767},
+    {"ulc", 0, 32'767},
+    {"revauth", 0, 255},
+    {"up", 0, 3'276},
+    {"dn", 0, 3'276},
+    {"expnd", -3'276, 3'276},
+    {"expndtw", -kFarthestTwips, kFarthestTwips},
+    {"kerning", 0, 3'276},
+    {"animtext", 0, 18},
+    {"b", 0, 1, Number::kOptional},
+    {"ab", 0, 1, Number::kOptional},
+    {"i", 0, 1, Number::kOptional},
+    {"ai", 0, 1, Number::kOptional},
+    {"ul", 0, 1, Number::kOptional},
+    {"uld", 0, 1, Number::kOptional},
+    {"uldb", 0, 1, Number::kOptional},
+    {"uldash", 0, 1, Number::kOptional},
+    {"uldashd", 0, 1, Number::kOptional},
+    {"uldashdd", 0, 1, Number::kOptional},
+    {"ulhair", 0, 1, Number::kOptional},
+    {"ulhwave", 0, 1, Number::kOptional},
+    {"ulth", 0, 1, Number::kOptional},
+    {"ulw", 0, 1, Number::kOptional},
+    {"ulwave", 0, 1, Number::kOptional},
+    {"strike", 0, 1, Number::kOptional},
+    {"striked", 0, 1, Number::kOptional},
+    {"caps", 0, 1, Number::kOptional},
+    {"scaps", 0, 1, Number::kOptional},
+    {"outl", 0, 1, Number::kOptional},
+    {"shad", 0, 1, Number::kOptional},
+    {"embo", 0, 1, Number::kOptional},
+    {"impr", 0, 1, Number::kOptional},
+    {"v", 0, 1, Number::kOptional},
+    {"protect", 0, 1, Number::kOptional},
+    {"deleted", 0, 1, Number::kOptional},
+    {"revised", 0, 1, Number::kOptional},
+    {"disabled", 0, 1, Number::kOptional},
+    {"webhidden", 0, 1, Number::kOptional},
+    {"super", 0, 1, Number::kOptional},
+    {"sub", 0, 1, Number::kOptional},
+    // Paragraphs.
     {"tx", 1, kFarthestTwips},
     {"tb", 1, kFarthestTwips},
     {"li", -kFarthestTwips, kFarthestTwips},
@@ -43,44 +122,37 @@ constexpr Range kRanges[] = {
     {"sa", 0, kFarthestTwips},
     {"sl", -kFarthestTwips, kFarthestTwips},
     {"slmult", 0, 1},
-    {"fs", 2, 3'276},
-    {"up", 0, 3'276},
-    {"dn", 0, 3'276},
-    {"f", 0, 32'767},
-    {"deff", 0, 32'767},
-    {"fcharset", 0, 255},
-    {"fprq", 0, 2},
-    {"cpg", 0, 65'001},
-    {"ansicpg", 0, 65'001},
-    {"cf", 0, 32'767},
-    {"cb", 0, 32'767},
-    {"highlight", 0, 32'767},
-    {"red", 0, 255},
-    {"green", 0, 255},
-    {"blue", 0, 255},
-    {"s", 0, 32'767},
-    {"cs", 0, 32'767},
-    {"sbasedon", 0, 32'767},
-    {"snext", 0, 32'767},
-    {"uc", 0, 32},
-    {"u", -32'768, 65'535},
-    {"lang", 0, 65'535},
-    {"deflang", 0, 65'535},
-    {"expnd", -3'276, 3'276},
-    {"expndtw", -kFarthestTwips, kFarthestTwips},
+    {"sbauto", 0, 1},
+    {"saauto", 0, 1},
+    {"hyphpar", 0, 1, Number::kOptional},
+    {"keep", 0, 1, Number::kOptional},
+    {"keepn", 0, 1, Number::kOptional},
+    {"outlinelevel", 0, 9},
     {"ls", 0, 32'767},
     {"ilvl", 0, 8},
+    {"pnf", 0, 32'767},
+    {"pnfs", 2, 3'276},
+    {"pncf", 0, 32'767},
     {"pnindent", 0, kFarthestTwips},
+    {"pnsp", 0, kFarthestTwips},
     {"pnstart", 0, 32'767},
+    {"pnlvl", 1, 9},
 };
 
-bool IsInRange(std::string_view word, std::string_view number) {
+// `number` is empty for a word without one.
+bool IsSoundWord(std::string_view word, std::string_view number) {
     const auto range =
         std::find_if(std::begin(kRanges), std::end(kRanges), [&](const Range& each) { return each.word == word; });
-    if (range == std::end(kRanges)) return true;
+    if (range == std::end(kRanges)) return number.empty();
+    if (number.empty()) return range->number == Number::kOptional;
     int value = 0;
     std::from_chars(number.data(), number.data() + number.size(), value);
     return value >= range->least && value <= range->most;
+}
+
+// Whoever writes the text later ends it there.
+bool IsNul(std::string_view number) {
+    return number.find_first_not_of("-0") == std::string_view::npos;
 }
 
 // A note has no tables: some readers end the program over one that is not as they would have written it. What is in the
@@ -113,7 +185,7 @@ private:
             case '{': Open(); break;
             case '}': Close(); break;
             case '\\': Control(); break;
-            case '\0': rest_.remove_prefix(1); break;
+            case '\0': Drop(1); break;
             default:
                 if (static_cast<unsigned char>(rest_.front()) < 0x80) return Copy(1);
                 Escape();
@@ -123,16 +195,33 @@ private:
     // Groups that are too deep are left out with all they hold.
     bool Kept() const { return depth_ <= kDeepest; }
 
-    void Copy(size_t count) {
-        if (Kept()) sound_.append(rest_.substr(0, count));
+    void Copy(size_t count, bool openWord = false) {
+        if (!Kept()) return Drop(count);
+        Put(rest_.substr(0, count), openWord);
         rest_.remove_prefix(count);
+    }
+
+    void Drop(size_t count) {
+        dropped_ = true;
+        rest_.remove_prefix(std::min(count, rest_.size()));
+    }
+
+    // What was left out may have ended the word before it; then what follows must not become a part of that.
+    void Put(std::string_view text, bool openWord = false) {
+        const char next = text.front();
+        if (dropped_ && openWord_ && (IsLetter(next) || IsDigit(next) || next == '-' || next == ' ')) sound_ += ' ';
+        sound_ += text;
+        openWord_ = openWord;
+        dropped_ = false;
     }
 
     // Means the same; the reader looks such a byte up in a table that ends before it.
     void Escape() {
         constexpr char kDigits[] = "0123456789abcdef";
         const auto byte = static_cast<unsigned char>(rest_.front());
-        if (Kept()) sound_.append({'\\', '\'', kDigits[byte >> 4], kDigits[byte & 15]});
+        const char escaped[] = {'\\', '\'', kDigits[byte >> 4], kDigits[byte & 15]};
+        if (!Kept()) return Drop(1);
+        Put({escaped, sizeof(escaped)});
         rest_.remove_prefix(1);
     }
 
@@ -140,12 +229,12 @@ private:
     void Open() {
         if (IsWord(1, "pict")) {
             const size_t length = GroupLength();
-            if (length == 0) return rest_.remove_prefix(rest_.size());
+            if (length == 0) return Drop(rest_.size());
             ++depth_;
             if (IsSoundPicture(rest_.substr(0, length)))
                 Copy(length);
             else
-                rest_.remove_prefix(length);
+                Drop(length);
             --depth_;
             return;
         }
@@ -186,7 +275,7 @@ private:
         } else if (rest_[1] == '\'') {
             Hex();
         } else if (rest_[1] == '\0' || static_cast<unsigned char>(rest_[1]) >= 0x80) {
-            rest_.remove_prefix(rest_[1] == '\0' ? 2 : 1);
+            Drop(rest_[1] == '\0' ? 2 : 1);
         } else {
             Copy(2);
         }
@@ -196,10 +285,12 @@ private:
     void Hex() {
         if (rest_.size() < 4) {
             ended_ = true;
-        } else if (IsHex(rest_[2]) && IsHex(rest_[3])) {
-            Copy(4);
+        } else if (!IsHex(rest_[2]) || !IsHex(rest_[3])) {
+            Drop(2);
+        } else if (rest_[2] == '0' && rest_[3] == '0') {
+            Drop(4);
         } else {
-            rest_.remove_prefix(2);
+            Copy(4);
         }
     }
 
@@ -214,22 +305,22 @@ private:
         while (digits < rest_.size() && IsDigit(rest_[digits]))
             ++digits;
         if (digits > firstDigit) end = digits;
-        if (end == rest_.size()) {  // cut off: perhaps half a word or half a number
+        if (digits == rest_.size()) {  // cut off: perhaps half a word or half a number
             ended_ = true;
             return;
         }
-        const size_t numberLength = end - firstDigit;
-        if (word == "bin") return Binary(rest_.substr(std::min(firstDigit, end), end - std::min(firstDigit, end)), end);
         const bool hasNumber = digits > firstDigit;
+        const std::string_view number = rest_.substr(word.size() + 1, end - word.size() - 1);
+        if (word == "bin") return Binary(hasNumber ? rest_.substr(firstDigit, end - firstDigit) : "", end);
         const size_t blank = rest_[end] == ' ' ? 1 : 0;
         if (const auto instead = InsteadOfTable(word)) {
-            if (Kept()) sound_.append(*instead);
-            return rest_.remove_prefix(end + blank);
+            if (Kept() && !instead->empty()) Put(*instead);
+            return Drop(end + blank);
         }
-        if (word.size() > kLongestWord || (hasNumber && numberLength > kMostDigits)) return rest_.remove_prefix(end);
-        if (hasNumber && !IsInRange(word, rest_.substr(word.size() + 1, end - word.size() - 1)))
-            return rest_.remove_prefix(end + blank);
-        Copy(end + blank);
+        if (word == "u" && hasNumber && IsNul(number)) return Drop(EndOfRtfFallback(rest_, end + blank));
+        if (word.size() > kLongestWord || number.size() > kMostDigits || !IsSoundWord(word, number))
+            return Drop(number.empty() ? firstDigit + (rest_[firstDigit] == ' ') : end + blank);  // a lone sign, too
+        Copy(end + blank, blank == 0);
     }
 
     // \bin12 and twelve bytes of anything, braces included
@@ -238,12 +329,14 @@ private:
         for (const char digit : number.substr(0, kMostDigits))
             length = length * 10 + static_cast<size_t>(digit - '0');
         if (rest_[end] == ' ') ++end;
-        rest_.remove_prefix(std::min(rest_.size(), end + length));
+        Drop(end + length);
     }
 
     std::string_view rest_;
     std::string sound_;
     int depth_ = 0;
+    bool openWord_ = false;  // what was put last is a word that no blank ends
+    bool dropped_ = false;   // something behind it
     bool ended_ = false;
 };
 

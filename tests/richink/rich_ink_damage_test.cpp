@@ -1,6 +1,9 @@
 // Streams that a broken store might hand out: loading them must end, and end sound.
+#include <gmock/gmock.h>
+
 #include <random>
 
+#include "platform/richink/rtf_guard.h"
 #include "tests/richink/rich_ink_fixture.h"
 
 namespace {
@@ -47,6 +50,53 @@ protected:
 };
 
 }  // namespace
+
+// A tab at no place ended the program when the paragraph was written.
+TEST_F(RichInkDamageTest, NumbersThatAreMissingDoNoHarm) {
+    for (const char* text :
+         {"{\\tx a\\par b}", "{\\tx\\sect b}", "{\\tx\\page b}", "\\fs\\sl\\cf\\li a", "{\\colortbl \\red-;}a"}) {
+        SCOPED_TRACE(text);
+        Load(kRtf, std::string("{\\rtf1\\ansi ") + text + "}");
+        ExpectAlive();
+    }
+    ExpectAliveAtTheEnd();
+}
+
+// The rich edit ends what it writes at a NUL, and the rest was lost.
+TEST_F(RichInkDamageTest, TextBehindANulIsKept) {
+    Load(kRtf, "{\\rtf1\\ansi\\uc1 a\\u0?b\\'00c}");
+    EXPECT_EQ(Text(), L"abc");
+    Load(kRtf, Save(kRtf));
+    EXPECT_EQ(Text(), L"abc");
+}
+
+// Nothing that the rich edit writes by itself is taken for damage.
+TEST_F(RichInkDamageTest, WhatIsWrittenIsSound) {
+    Load(kRtf,
+         R"({\rtf1\ansi\deff0{\fonttbl{\f0\fnil\fcharset0 Tahoma;}{\f1\froman\fcharset161 Times;}})"
+         R"({\colortbl ;\red255\green0\blue0;\red0\green128\blue255;}\uc1\pard\f0\fs18 plain {\b bold} {\i italic})"
+         R"({\ul line} {\uldb two} {\ulwave wave} {\strike strike} {\super up} {\sub down} {\up6 above} {\dn6 below})"
+         R"({\cf1\highlight2 red} {\cb2 blue} {\f1\fs40 \u937?} {\v hidden} {\protect kept} {\scaps caps} {\outl line})"
+         R"({\lang1031 tongue}\par\pard\li200\fi-100\ri50\sb20\sa30\sl360\slmult1\tx500\tqr\tx900 in\tab and)"
+         R"(\tab out\par\pard\qc middle\par\pard\rtlpar\qr right\line end\par})");
+    Send(EM_SETSEL, 0, 3);
+    for (const DWORD effect : {CFE_BOLD, CFE_ALLCAPS, CFE_SHADOW, CFE_EMBOSS, CFE_REVISED, CFE_LINK}) {
+        CHARFORMAT2W format{};
+        format.cbSize = sizeof(format);
+        format.dwMask = format.dwEffects = effect;
+        Send(EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
+    }
+    PARAFORMAT2 list{};
+    list.cbSize = sizeof(list);
+    list.dwMask = PFM_NUMBERING | PFM_NUMBERINGSTART | PFM_NUMBERINGTAB | PFM_BORDER;
+    list.wNumbering = PFN_ARABIC;
+    list.wNumberingStart = 2;
+    list.wNumberingTab = 300;
+    Send(EM_SETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&list));
+    const std::string saved = Save(kRtf);
+    EXPECT_THAT(saved, testing::HasSubstr("\\highlight"));
+    EXPECT_EQ(SoundRtf(saved), saved);
+}
 
 TEST_F(RichInkDamageTest, RichTextCutAtAnyLengthLoadsAsFarAsItGoes) {
     Load(kRtf, kRich);
