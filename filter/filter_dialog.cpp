@@ -270,13 +270,18 @@ void FilterDialog::EnableControls() {
 
 void FilterDialog::CountAnew() {
     counter_.Start();
-    status_.SetText(LoadText(IDS_FILTER_COUNTING).c_str());
+    ShowStatus(LoadText(IDS_FILTER_COUNTING));
     SetTimer(kCountTimer, kCountPause);
 }
 
 INT_PTR FilterDialog::OnTimer() {
     if (!counter_.Continue(kCountSlice)) return TRUE;
     KillTimer(kCountTimer);
-    status_.SetText(FilterStatus(filter_, counter_.Passed(), counter_.Total()).c_str());
+    ShowStatus(FilterStatus(filter_, counter_.Passed(), counter_.Total()));
     return TRUE;
+}
+
+void FilterDialog::ShowStatus(const std::wstring& text) {
+    status_.SetText(text.c_str());
+    FitStatus();
 }

@@ -7,6 +7,7 @@
 #include "ui/date_picker.h"
 #include "ui/dialog.h"
 #include "ui/static_text.h"
+#include "ui/unique_handle.h"
 
 class DbJournal;
 struct FilterSettings;
@@ -56,9 +57,11 @@ private:
 
     // ---- How many pass ----
     void CountAnew();
+    void ShowStatus(const std::wstring& text);
 
     // ---- Layout (filter_dialog_layout.cpp) ----
     void LayOut();
+    void FitStatus();
 
     Window& owner_;
     FilterSettings& filter_;
@@ -71,6 +74,7 @@ private:
     CheckList months_;
     CheckList categories_;
     StaticText status_;
+    UniqueFont narrow_;     // of a status that is wider than the screen, else null
     bool loading_ = false;  // a list is being filled: what it tells is no edit
     bool changed_ = false;
 };

@@ -14,6 +14,8 @@
 
 #include "filter/filter_dialog.h"
 #include "res/ids.h"
+#include "ui/fonts.h"
+#include "ui/gdi_scope.h"
 
 namespace {
 
@@ -90,6 +92,20 @@ void FilterDialog::LayOut() {
     whole.Put(categories_.GetHandle(), y, list);
     whole.Put(status_.GetHandle(), client.bottom - margin - Px(kStatus), Px(kStatus));
 
+    FitStatus();
+
     categories_.FitLastColumn();
     Invalidate();
+}
+
+void FilterDialog::FitStatus() {
+    const auto font = reinterpret_cast<HFONT>(SendMessage(WM_GETFONT));
+    const WindowDc dc(GetHandle());
+    RECT place;
+    status_.GetClientRect(&place);
+    std::wstring text;
+    status_.GetText(text);
+    UniqueFont narrow = MakeNarrowFont(dc.Dc(), font, text, place.right);
+    status_.SetFont(narrow ? narrow.get() : font);
+    narrow_ = std::move(narrow);
 }

@@ -2,6 +2,8 @@
 
 #include <px.h>
 
+#include <algorithm>
+
 #include "ui/gdi_scope.h"
 
 UniqueFont MakeFont(const wchar_t* face, int height, int weight) {
@@ -23,7 +25,8 @@ UniqueFont MakeNarrowFont(HDC dc, HFONT font, const std::wstring& text, int room
     LOGFONTW like = {};
     GetObjectW(font, sizeof like, &like);
     UniqueFont narrow;
-    for (like.lfWidth = metrics.tmAveCharWidth - 1; like.lfWidth > 0; --like.lfWidth) {
+    const LONG narrowest = std::max(metrics.tmAveCharWidth / 2, 1L);
+    for (like.lfWidth = metrics.tmAveCharWidth - 1; like.lfWidth >= narrowest; --like.lfWidth) {
         narrow.reset(CreateFontIndirectW(&like));
         const SelectedObject tried(dc, narrow.get());
         if (fits()) break;

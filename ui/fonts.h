@@ -10,8 +10,8 @@
 // the system has no room for it.
 UniqueFont MakeFont(const wchar_t* face, int height, int weight);
 
-// A font like `font`, only so much narrower that `text` is at most `room` device pixels wide in it, or as narrow as can
-// be; null when it fits as it is, or there is no room at all. For a line that may not be cut.
+// A font like `font`, only so much narrower that `text` is at most `room` device pixels wide in it, or half as
+// wide as `font`; null when it fits as it is, or there is no room at all. For a line that had better not be cut.
 UniqueFont MakeNarrowFont(HDC dc, HFONT font, const std::wstring& text, int room);
 
 // The font that controls made at run time start with: Tahoma -11, the size that dialog templates use. Made once, lives
