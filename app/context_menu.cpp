@@ -1,8 +1,8 @@
 #include "app/context_menu.h"
 
+#include <pictures.h>
 #include <px.h>
 
-#include "list/transparent_bitmap.h"
 #include "res/ids.h"
 #include "ui/fonts.h"
 #include "ui/gdi_scope.h"
@@ -40,7 +40,7 @@ void DrawItemText(const DRAWITEMSTRUCT& item, const std::wstring& text) {
 }  // namespace
 
 ContextMenu::ContextMenu() : menu_(CreatePopupMenu()), font_(MakeFont(L"Tahoma", -13, FW_BOLD)) {
-    check_.reset(LoadBitmapW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDB_CHECK)));
+    check_.reset(LoadPictureStrip(GetModuleHandleW(nullptr), IDB_CHECK, Px(kCheckSize)));
     Append(0, IDM_COPY_ENTRIES, IDS_COPY);
     Append(1, IDM_DELETE_ENTRIES, IDS_DELETE);
     Append(2, IDM_EXPORT_SELECTED, IDS_EXPORT_SELECTED);
@@ -88,8 +88,8 @@ LRESULT ContextMenu::Draw(const DRAWITEMSTRUCT& item, HBRUSH paper) const {
     ::FillRect(item.hDC, &item.rcItem, paper);
     const SelectedObject font(item.hDC, font_.get());
     if (item.itemState & ODS_CHECKED) {
-        DrawTransparent(item.hDC, check_.get(), item.rcItem.left + Px(kCheckInset), item.rcItem.top + Px(kCheckInset),
-                        kCheckSize);
+        DrawPicture(item.hDC, check_.get(), 0, {item.rcItem.left + Px(kCheckInset), item.rcItem.top + Px(kCheckInset)},
+                    255);
     }
     const std::wstring* text = TextOf(item.itemData);
     if (text != nullptr && !text->empty()) {

@@ -1,10 +1,10 @@
 #include "list/button_bar.h"
 
+#include <pictures.h>
 #include <px.h>
 
 #include <algorithm>
 
-#include "list/transparent_bitmap.h"
 #include "res/ids.h"
 #include "ui/gdi_scope.h"
 #include "ui/resource_text.h"
@@ -40,7 +40,7 @@ int TextWidth(HDC dc, const std::wstring& text) {
 bool ButtonBar::CreateIn(HWND parent, int width) {
     constexpr DWORD kStyle = TBSTYLE_LIST | CCS_NODIVIDER | CCS_NORESIZE | CCS_NOPARENTALIGN;
     if (!Toolbar::CreateIn(parent, IDC_BUTTON_BAR, kStyle, {0, 0, width, Px(kHeight)})) return false;
-    arrow_.reset(LoadBitmapW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDB_DROP_ARROW)));
+    arrow_.reset(LoadPictureStrip(GetModuleHandleW(nullptr), IDB_DROP_ARROW, Px(kArrowSize)));
     // No pictures: without this the buttons are as high as a picture and a text together.
     SendMessage(TB_SETBITMAPSIZE, 0, 0);
     const bool added = AddTextButton(IDM_SHOW, BTNS_DROPDOWN, LoadText(IDS_SHOW).c_str(), ButtonWidth(width)) &&
@@ -117,7 +117,7 @@ void ButtonBar::DrawButton(const NMTBCUSTOMDRAW& draw) {
         area.left = std::max<LONG>(bar.right - width, button.left);
         arrow = bar.right - Px(kSortArrowInset);
     }
-    DrawTransparent(dc, arrow_.get(), arrow, (area.top + area.bottom - Px(kArrowSize)) / 2, kArrowSize);
+    DrawPicture(dc, arrow_.get(), 0, {arrow, (area.top + area.bottom - Px(kArrowSize)) / 2}, 255);
     area.right -= Px(kArrowRoom);
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, kText);

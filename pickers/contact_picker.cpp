@@ -66,8 +66,7 @@ bool ContactPicker::MakeList() {
         WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_OWNERDATA | LVS_NOSORTHEADER;
     if (!list_.CreateIn(GetHandle(), IDC_CONTACT_LIST, kStyle, {})) return false;
     list_.SetExtendedStyle(LVS_EX_FULLROWSELECT);
-    UniqueImageList boxes =
-        LoadPictures(Application::Current()->GetInstance(), IDB_CONTACT_CHECKS, kBoxWidth, RGB(255, 255, 255));
+    UniqueImageList boxes = LoadPictures(Application::Current()->GetInstance(), IDB_CONTACT_CHECKS, kBoxWidth);
     list_.SendMessage(LVM_SETIMAGELIST, LVSIL_STATE, reinterpret_cast<LPARAM>(boxes.release()));  // destroys it
     list_.SendMessage(LVM_SETCALLBACKMASK, LVIS_STATEIMAGEMASK);
     list_.InsertColumn(0, LoadText(IDS_COLUMN_FILE_AS).c_str(), Px(kFileAsWidth));

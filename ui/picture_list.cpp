@@ -1,27 +1,29 @@
 #include "ui/picture_list.h"
 
+#include <pictures.h>
 #include <px.h>
 
-#include "ui/gdi_scope.h"
+namespace {
 
-UniqueImageList LoadPictures(HINSTANCE instance, UINT bitmap, int width, COLORREF transparent) {
-    const UniqueBitmap strip(
-        static_cast<HBITMAP>(LoadImageW(instance, MAKEINTRESOURCEW(bitmap), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
+// An image list multiplies by the alpha itself.
+void TakeAlphaOut(HBITMAP strip) {
+    DIBSECTION section = {};
+    if (!GetObjectW(strip, sizeof section, &section)) return;
+    auto* byte = static_cast<BYTE*>(section.dsBm.bmBits);
+    BYTE* const end = byte + static_cast<size_t>(section.dsBm.bmWidthBytes) * section.dsBm.bmHeight;
+    for (; byte < end; byte += 4)
+        for (int part = 0; part < 3 && byte[3] != 0; ++part)
+            byte[part] = static_cast<BYTE>((byte[part] * 255 + byte[3] / 2) / byte[3]);
+}
+
+}  // namespace
+
+UniqueImageList LoadPictures(HINSTANCE instance, UINT bitmap, int side) {
+    const UniqueBitmap strip(LoadPictureStrip(instance, bitmap, Px(side)));
     BITMAP size = {};
     if (!strip || !GetObjectW(strip.get(), sizeof size, &size)) return {};
-    const int count = size.bmWidth / width;
-    const WindowDc screen(nullptr);
-    const UniqueBitmap scaled(CreateCompatibleBitmap(screen.Dc(), count * Px(width), Px(size.bmHeight)));
-    {
-        const UniqueMemoryDc from(CreateCompatibleDC(screen.Dc()));
-        const UniqueMemoryDc to(CreateCompatibleDC(screen.Dc()));
-        const SelectedObject source(from.get(), strip.get());
-        const SelectedObject target(to.get(), scaled.get());
-        SetStretchBltMode(to.get(), COLORONCOLOR);  // mixed colours would not all be transparent
-        StretchBlt(to.get(), 0, 0, count * Px(width), Px(size.bmHeight), from.get(), 0, 0, count * width, size.bmHeight,
-                   SRCCOPY);
-    }
-    UniqueImageList pictures(ImageList_Create(Px(width), Px(size.bmHeight), ILC_COLOR24 | ILC_MASK, count, 0));
-    ImageList_AddMasked(pictures.get(), scaled.get(), transparent);
+    TakeAlphaOut(strip.get());
+    UniqueImageList pictures(ImageList_Create(Px(side), Px(side), ILC_COLOR32, size.bmWidth / Px(side), 0));
+    ImageList_Add(pictures.get(), strip.get(), nullptr);
     return pictures;
 }

@@ -5,6 +5,6 @@
 
 #include "ui/unique_handle.h"
 
-// The pictures that stand side by side in the bitmap, each `width` logical pixels wide, in the size of this screen;
-// `transparent` is the colour that is left out. Empty when there is no such bitmap.
-UniqueImageList LoadPictures(HINSTANCE instance, UINT bitmap, int width, COLORREF transparent);
+// The square pictures that stand side by side in the bitmap, each `side` logical pixels wide, in the size of this
+// screen; the colour of the first pixel is left out. Empty when there is no such bitmap.
+UniqueImageList LoadPictures(HINSTANCE instance, UINT bitmap, int side);

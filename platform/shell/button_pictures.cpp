@@ -1,120 +1,23 @@
 #include "platform/shell/button_pictures.h"
 
-#include <algorithm>
-#include <cstdint>
-#include <vector>
-
-namespace {
-
-struct Pixels {
-    int width = 0;
-    int height = 0;
-    std::vector<uint32_t> argb;  // rows from the top, alpha premultiplied
-
-    uint32_t At(int x, int y) const { return argb[static_cast<size_t>(y) * width + x]; }
-};
-
-BITMAPINFO TopDown(int width, int height) {
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof(info.bmiHeader);
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    return info;
-}
-
-uint32_t Premultiplied(uint32_t pixel) {
-    const uint32_t alpha = pixel >> 24;
-    const auto part = [&](int shift) { return ((pixel >> shift & 0xFF) * alpha / 255) << shift; };
-    return alpha << 24 | part(16) | part(8) | part(0);
-}
-
-Pixels Read(HBITMAP bitmap) {
-    BITMAP shape{};
-    GetObjectW(bitmap, sizeof(shape), &shape);
-    Pixels pixels{static_cast<int>(shape.bmWidth), static_cast<int>(shape.bmHeight), {}};
-    pixels.argb.resize(static_cast<size_t>(pixels.width) * pixels.height);
-    BITMAPINFO info = TopDown(pixels.width, pixels.height);
-    const HDC screen = GetDC(nullptr);
-    const bool read = GetDIBits(screen, bitmap, 0, shape.bmHeight, pixels.argb.data(), &info, DIB_RGB_COLORS) != 0;
-    ReleaseDC(nullptr, screen);
-    if (!read || pixels.argb.empty()) return {};
-
-    const auto hasAlpha = [](uint32_t pixel) { return pixel >> 24 != 0; };
-    if (shape.bmBitsPixel == 32 && std::any_of(pixels.argb.begin(), pixels.argb.end(), hasAlpha)) {
-        std::transform(pixels.argb.begin(), pixels.argb.end(), pixels.argb.begin(), Premultiplied);
-        return pixels;
-    }
-    const uint32_t background = pixels.argb.front() & 0xFFFFFF;
-    for (uint32_t& pixel : pixels.argb) {
-        pixel &= 0xFFFFFF;
-        pixel = pixel == background ? 0 : pixel | 0xFF000000;
-    }
-    return pixels;
-}
-
-// The mean of the source pixels that one target pixel covers: exact at whole factors, soft between them.
-uint32_t Covered(const Pixels& image, int left, int side, int target, int x, int y) {
-    // Positions in 1/target of a source pixel.
-    const int x0 = x * side, x1 = x0 + side, y0 = y * side, y1 = y0 + side;
-    uint64_t sum[4] = {};
-    uint64_t area = 0;
-    for (int sy = y0 / target; sy * target < y1; ++sy) {
-        const int tall = std::min(y1, (sy + 1) * target) - std::max(y0, sy * target);
-        for (int sx = x0 / target; sx * target < x1; ++sx) {
-            const uint64_t weight =
-                static_cast<uint64_t>(tall) * (std::min(x1, (sx + 1) * target) - std::max(x0, sx * target));
-            const uint32_t pixel = image.At(left + sx, sy);
-            for (int part = 0; part < 4; ++part)
-                sum[part] += weight * (pixel >> part * 8 & 0xFF);
-            area += weight;
-        }
-    }
-    uint32_t mean = 0;
-    for (int part = 0; part < 4; ++part)
-        mean |= static_cast<uint32_t>((sum[part] + area / 2) / area) << part * 8;
-    return mean;
-}
-
-}  // namespace
+#include "pictures.h"
 
 ButtonPictures::~ButtonPictures() {
     if (strip_) DeleteObject(strip_);
 }
 
 bool ButtonPictures::Load(HINSTANCE module, UINT id, int side) {
-    const auto bitmap =
-        static_cast<HBITMAP>(LoadImageW(module, MAKEINTRESOURCEW(id), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
-    if (!bitmap) return false;
-    const Pixels image = Read(bitmap);
-    DeleteObject(bitmap);
-    if (image.argb.empty() || image.width < image.height) return false;
-
-    const int count = image.width / image.height;
-    const BITMAPINFO info = TopDown(count * side, side);
-    void* bits = nullptr;
-    const HBITMAP strip = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    const HBITMAP strip = LoadPictureStrip(module, id, side);
     if (!strip) return false;
-    auto* pixel = static_cast<uint32_t*>(bits);
-    for (int y = 0; y < side; ++y) {
-        for (int x = 0; x < count * side; ++x) {
-            *pixel++ = Covered(image, x / side * image.height, image.height, side, x % side, y);
-        }
-    }
+    BITMAP shape{};
+    GetObjectW(strip, sizeof(shape), &shape);
     if (strip_) DeleteObject(strip_);
     strip_ = strip;
-    count_ = count;
+    count_ = static_cast<int>(shape.bmWidth) / side;
     side_ = side;
     return true;
 }
 
 void ButtonPictures::Draw(HDC dc, int index, POINT at, bool faint) const {
-    if (index < 0 || index >= count_) return;
-    const HDC source = CreateCompatibleDC(dc);
-    const HGDIOBJ before = SelectObject(source, strip_);
-    const BLENDFUNCTION blend{AC_SRC_OVER, 0, static_cast<BYTE>(faint ? 90 : 255), AC_SRC_ALPHA};
-    AlphaBlend(dc, at.x, at.y, side_, side_, source, index * side_, 0, side_, side_, blend);
-    SelectObject(source, before);
-    DeleteDC(source);
+    DrawPicture(dc, strip_, index, at, faint ? 90 : 255);
 }
