@@ -66,7 +66,6 @@ private:
     // rich_ink_limit.cpp: each answers whether the message is dealt with.
     bool OnChar(wchar_t c);
     bool OnKeyDown(WPARAM key);
-    bool OnPaste();
     bool OnReplace(bool undoable, const wchar_t* text);
     bool ReplaceWithin(bool undoable, const wchar_t* text);
     bool IsReadOnly() const;
@@ -125,8 +124,10 @@ private:
 
     // rich_ink_clipboard.cpp
     bool OnCopy(bool cut);
+    bool OnPaste();
     bool CanPaste() const;
-    bool PasteInk();
+    bool TakeClipboard(const wchar_t* otherwise) const;
+    bool PasteInk(const std::string& clip);
 
     // The view.
     void SetZoom(UINT percent);

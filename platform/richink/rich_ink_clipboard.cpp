@@ -26,6 +26,20 @@ void Put(UINT format, const void* bytes, size_t count) {
     if (!SetClipboardData(format, memory)) GlobalFree(memory);
 }
 
+// What it holds in the format, up to a NUL; empty when there is nothing.
+template <typename Unit>
+std::basic_string<Unit> FromClipboard(UINT format) {
+    std::basic_string<Unit> all;
+    const HANDLE data = IsClipboardFormatAvailable(format) ? GetClipboardData(format) : nullptr;
+    if (!data) return all;
+    if (const auto* units = static_cast<const Unit*>(GlobalLock(data))) {
+        all.assign(units, GlobalSize(data) / sizeof(Unit));
+        all.resize(std::min(all.size(), all.find(Unit{})));
+        GlobalUnlock(data);
+    }
+    return all;
+}
+
 }  // namespace
 
 // The system's own copy would go through a code page. Whether the selection has been dealt with.
@@ -46,7 +60,8 @@ bool RichInkControl::OnCopy(bool cut) {
         text += c;
         if (c == L'\r') text += L'\n';
     }
-    if (!OpenClipboard(window_)) return true;
+    if (!TakeClipboard(L"Nothing was copied: another program is using the clipboard. Try again in a moment."))
+        return true;
     EmptyClipboard();
     Put(InkFormat(), rich.c_str(), rich.size() + 1);
     Put(RichTextFormat(), rich.c_str(), rich.size() + 1);
@@ -60,22 +75,34 @@ bool RichInkControl::CanPaste() const {
     return !IsReadOnly() && (IsClipboardFormatAvailable(CF_UNICODETEXT) || IsClipboardFormatAvailable(InkFormat()));
 }
 
-// False when there is no ink on the clipboard, or more text than fits.
-bool RichInkControl::PasteInk() {
-    if (!IsClipboardFormatAvailable(InkFormat()) || !OpenClipboard(window_)) return false;
-    std::string rich;
-    if (const HANDLE data = GetClipboardData(InkFormat())) {
-        if (const auto* bytes = static_cast<const char*>(GlobalLock(data))) {
-            rich.assign(bytes, strnlen(bytes, GlobalSize(data)));
-            GlobalUnlock(data);
-        }
+// The clipboard opened; or false, and the user has been told `otherwise`.
+bool RichInkControl::TakeClipboard(const wchar_t* otherwise) const {
+    constexpr int kTries = 10;  // most programs hold it for a moment only
+    constexpr DWORD kPause = 20;
+    for (int i = 0; i < kTries; ++i) {
+        if (OpenClipboard(window_)) return true;
+        Sleep(kPause);
     }
-    size_t units = 0;
-    if (const HANDLE data = IsClipboardFormatAvailable(CF_UNICODETEXT) ? GetClipboardData(CF_UNICODETEXT) : nullptr)
-        units = GlobalSize(data) / sizeof(wchar_t);
+    MessageBoxW(GetAncestor(window_, GA_ROOT), otherwise, L"Clipboard", MB_OK | MB_ICONEXCLAMATION);
+    return false;
+}
+
+bool RichInkControl::OnPaste() {
+    if (!CanPaste()) return true;
+    if (!TakeClipboard(L"Nothing was pasted: another program is using the clipboard. Try again in a moment."))
+        return true;
+    const std::string ink = FromClipboard<char>(InkFormat());
+    const bool hasText = IsClipboardFormatAvailable(CF_UNICODETEXT);
+    const std::wstring text = FromClipboard<wchar_t>(CF_UNICODETEXT);
     CloseClipboard();
-    if (static_cast<LONG>(units) > Room()) return false;
-    rich = book_.TakePictures(SoundRtf(rich), false);
+    if (static_cast<LONG>(text.size()) <= Room() && PasteInk(ink)) return true;
+    if (hasText) SendMessageW(window_, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+    return true;
+}
+
+// False when there is no sound rich text in it.
+bool RichInkControl::PasteInk(const std::string& clip) {
+    const std::string rich = book_.TakePictures(SoundRtf(clip), false);
     if (rich.empty()) return false;
     LeaveInkFormat();
     const bool longWords = BeginLongWords(LongWordCharacters(std::string_view(rich)), rich.size());

@@ -91,22 +91,6 @@ bool RichInkControl::OnKeyDown(WPARAM key) {
     return false;
 }
 
-bool RichInkControl::OnPaste() {
-    if (IsReadOnly() || PasteInk()) return true;
-    if (!IsClipboardFormatAvailable(CF_UNICODETEXT) || !OpenClipboard(window_)) return true;
-    std::wstring text;
-    if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
-        const size_t units = GlobalSize(data) / sizeof(wchar_t);
-        if (const auto* units16 = static_cast<const wchar_t*>(GlobalLock(data))) {
-            text.assign(units16, wcsnlen(units16, units));
-            GlobalUnlock(data);
-        }
-    }
-    CloseClipboard();
-    SendMessageW(window_, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
-    return true;
-}
-
 bool RichInkControl::OnReplace(bool undoable, const wchar_t* text) {
     if (!text) return false;
     const bool longWords = BeginLongWords(LongWordCharacters(std::wstring_view(text)), 0);
