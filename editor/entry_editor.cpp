@@ -109,10 +109,7 @@ INT_PTR EntryEditor::OnBodyCommand(int id) {
 
 INT_PTR EntryEditor::OnBodyNotification(WORD code) {
     switch (code) {
-        case EN_CHANGE:
-            bodyChanged_ = true;
-            modified_ = true;
-            return TRUE;
+        case EN_CHANGE: bodyChanged_ = true; return TRUE;
         case EN_MAXTEXT: return ShowLimitReached(), TRUE;
         default: return FALSE;
     }
@@ -211,7 +208,8 @@ void EntryEditor::Finish() {
     closing_ = true;
     TakePicked();
     TakeEntered();
-    if (modified_ || HasOtherValues()) WriteEntry();
+    modified_ = modified_ || HasOtherValues();
+    if (modified_) WriteEntry();
     editor_.reset();
     EndDialog(GetHandle(), IDOK);
 }

@@ -59,7 +59,9 @@ void EntryEditor::ShowEntryPage() {
 // Takes a changed body over into its field. False, after saying so, when there is no memory for it: the page stays, so
 // that nothing written is lost.
 bool EntryEditor::StoreBody() {
-    if (!bodyField_ || !bodyChanged_) return true;
+    if (!bodyField_) return true;
+    body_.EndStroke();
+    if (!bodyChanged_) return true;
     if (!body_.Store(*bodyField_)) {
         SHShowOutOfMemory(GetHandle(), 0);
         return false;

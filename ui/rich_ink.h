@@ -35,6 +35,8 @@ public:
     std::wstring StreamOutText() const;
 
     // ---- Contents and selection ----
+    // A stroke that is still being drawn is taken as it is, and told as any change.
+    void EndStroke() const { IsModified(); }
     bool IsModified() const;
     void SetModified(bool modified);
     // Selects characters `first` up to, not including, `last`. 0, -1: everything; -1, -1: the caret goes to the end.

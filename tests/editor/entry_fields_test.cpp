@@ -221,6 +221,12 @@ TEST_F(EntryFieldsTest, ANewEntryIsWrittenWithItsDefaultsAndBecomesCurrent) {
     EXPECT_NE(DateTime(Stored(id, kPropStart).GetFileTime()), DateTime());
 }
 
+TEST_F(EntryFieldsTest, AWrittenEntryIsSelectedAlone) {
+    selection_.Add(AddLunch());
+    const CEOID id = Edit(0, [&] { Retype(EditOf(Editor()), L"First"); });
+    EXPECT_EQ(selection_.Ids(), std::vector<CEOID>{id});
+}
+
 TEST_F(EntryFieldsTest, AWrittenEntryIsFlagged) {
     const CEOID id = Edit(0, [&] { Retype(EditOf(Editor()), L"First"); });
     journal_.SeekToOid(id);

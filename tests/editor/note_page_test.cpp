@@ -57,6 +57,57 @@ TEST_F(NotePageTest, LookingChangesNothing) {
     EXPECT_EQ(StoredStream(id), stream);
 }
 
+TEST_F(NotePageTest, OkOnALookedAtNoteWritesNothing) {
+    const CEOID id = AddBody(Rtf("Dear diary"));
+    Edit(id, [&] {
+        GoToNote();
+        journal_.DeleteRecord(id);  // a write would bring it back
+    });
+    EXPECT_EQ(journal_.GetRecordCount(), 0);
+}
+
+TEST_F(NotePageTest, WhatIsTypedAndUndoneIsNoChange) {
+    const CEOID id = Edit(0, [&] {
+        GoToNote();
+        TypeBody(L"Dear diary");
+    });
+    Edit(id, [&] {
+        GoToNote();
+        TypeBody(L"My ");
+        EXPECT_EQ(BodyText(), L"My Dear diary");
+        Command(IDM_UNDO);
+        EXPECT_EQ(BodyText(), L"Dear diary");
+        journal_.DeleteRecord(id);
+    });
+    EXPECT_EQ(journal_.GetRecordCount(), 0);
+}
+
+TEST_F(NotePageTest, AChangeOfPagesLeavesWhatCanBeUndone) {
+    Edit(AddBody(Rtf("diary")), [&] {
+        GoToNote();
+        TypeBody(L"Dear ");
+        GoToEntry();
+        GoToNote();
+        EXPECT_EQ(BodyText(), L"Dear diary");
+        Command(IDM_UNDO);
+        EXPECT_EQ(BodyText(), L"diary");
+    });
+}
+
+TEST_F(NotePageTest, AStrokeThatIsStillBeingDrawnIsSaved) {
+    WriteOption(L"iView", VT_DRAWINGVIEW);
+    for (const bool changesPage : {false, true}) {
+        const CEOID id = Edit(0, [&] {
+            GoToNote();
+            SendMessageW(Body(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(50, 60));
+            SendMessageW(Body(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(90, 80));
+            if (changesPage) GoToEntry();
+        });
+        ASSERT_NE(id, 0u);
+        EXPECT_NE(StoredStream(id).find("\\pict"), std::string::npos);
+    }
+}
+
 TEST_F(NotePageTest, WhatIsWrittenIsSavedFromTheNotePage) {
     const CEOID id = Edit(0, [&] {
         GoToNote();
