@@ -187,6 +187,24 @@ TEST_F(CalendarTest, ATaskNeedsNoDates) {
     EXPECT_EQ(Date(kTaskDueDate), kDay7May2004 + 1);
 }
 
+TEST_F(CalendarTest, APriorityOfATaskIsHighLowOrNone) {
+    const struct {
+        const char* priority;
+        long importance;  // -1: none
+    } cases[] = {{"0", -1},
+                 {"1", olImportanceHigh},
+                 {"4", olImportanceHigh},
+                 {"5", -1},
+                 {"6", olImportanceLow},
+                 {"9", olImportanceLow},
+                 {"high", -1},
+                 {"", -1}};
+    for (const auto& row : cases) {
+        ReadTodo("SUMMARY:x\r\nPRIORITY:" + std::string(row.priority) + "\r\n");
+        EXPECT_EQ(Number(kTaskImportance), row.importance) << row.priority;
+    }
+}
+
 TEST_F(CalendarTest, BrokenTasksAreToldAndLeftOut) {
     ReadTodo("UID:1\r\nDUE:20040507\r\n");
     EXPECT_THAT(Problems(), ElementsAre(Told(3, L"the task says nothing")));
