@@ -12,6 +12,8 @@ bool MenuBar::IsTwoPart(UINT command) {
 void MenuBar::Send(UINT command) const {
     if (!CanAct()) return;
     if (command == kInputPanelCommand) return InputPanel::SetUp(!InputPanel::IsUp());
+    // The command may open a screen over the bar, and the bar is not told then that the pointer left the button.
+    SendMessageW(toolbar_, TB_SETHOTITEM, static_cast<WPARAM>(-1), 0);
     SendMessageW(owner_, WM_COMMAND, MAKEWPARAM(command, 0), reinterpret_cast<LPARAM>(frame_));
 }
 

@@ -154,6 +154,14 @@ TEST_F(MenuBarTest, TheNewButtonSendsItsCommandWithoutAMenu) {
     EXPECT_EQ(before.top, BarPlace().top);
 }
 
+TEST_F(MenuBarTest, AButtonIsNotLitWhileItsCommandRuns) {
+    LRESULT lit = 99;
+    onCommand = [&] { lit = SendMessageW(Toolbar(), TB_GETHOTITEM, 0, 0); };
+    Click(LeftPart(Toolbar(), IDM_SHAREDNEW));
+    ASSERT_TRUE(WaitForCommand(IDM_SHAREDNEW));
+    EXPECT_EQ(lit, -1);
+}
+
 TEST_F(MenuBarTest, TheNewArrowAsksForItemsAndPostsTheChosenOne) {
     std::vector<UINT> codes;
     onNotify = [&](NMHDR* notice) -> LRESULT {

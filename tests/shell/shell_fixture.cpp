@@ -83,6 +83,7 @@ LRESULT CALLBACK ShellTest::Procedure(HWND window, UINT message, WPARAM wparam, 
     }
     if (auto* test = reinterpret_cast<ShellTest*>(GetWindowLongPtrW(window, GWLP_USERDATA))) {
         test->seen_.push_back({message, wparam, lparam});
+        if (message == WM_COMMAND && test->onCommand) test->onCommand();
         if (message == WM_NOTIFY && test->onNotify) return test->onNotify(reinterpret_cast<NMHDR*>(lparam));
         const HWND menu = message == WM_TIMER && wparam == kMenuTimer ? FindWindowW(L"#32768", nullptr) : nullptr;
         if (menu && IsWindowVisible(menu)) test->whenMenuOpens_(menu);

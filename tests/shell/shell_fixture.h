@@ -65,6 +65,9 @@ protected:
     // Called for WM_NOTIFY; the answer is the message's.
     std::function<LRESULT(NMHDR*)> onNotify;
 
+    // Called for WM_COMMAND.
+    std::function<void()> onCommand;
+
     // Runs `act` when a popup menu is open, from inside its loop, and again as long as it stays open: the timer comes
     // only after all input that `act` made has been taken.
     void WhenMenuOpens(std::function<void(HWND menu)> act);
