@@ -1,4 +1,4 @@
-// Date picker, or time picker with DTS_TIMEFORMAT.
+// Date picker, or time picker with DTS_TIMEFORMAT. Its calendar closes as drop_calendar.h says.
 #pragma once
 
 #include "ui/control.h"
@@ -6,6 +6,10 @@
 class DatePicker : public Control {
 public:
     DatePicker() : Control(DATETIMEPICK_CLASSW) {}
+
+    // As Control's.
+    bool CreateIn(HWND parent, int id, DWORD style, const RECT& place, DWORD exStyle = 0);
+    bool AttachItem(HWND dialog, int id);
 
     // The date and time shown. False when the picker's "none" box is cleared (DTS_SHOWNONE).
     bool GetTime(SYSTEMTIME* time) const;
