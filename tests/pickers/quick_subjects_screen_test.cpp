@@ -183,6 +183,16 @@ TEST_F(QuickSubjectsScreenTest, ReturnModifiesWhenASubjectIsSelected) {
     });
 }
 
+// A text that nobody typed has been put there with the row.
+TEST_F(QuickSubjectsScreenTest, ReturnOnASelectedSubjectAsItStandsIsOk) {
+    Store({L"One"});
+    Open([&] {
+        SelectInList(0);
+        Press(PanelItem(IDC_PANEL_TEXT), VK_RETURN);
+        EXPECT_FALSE(IsWindowVisible(Screen()));
+    });
+}
+
 TEST_F(QuickSubjectsScreenTest, EscapeAndTheCloseBoxAreOk) {
     Open([&] {
         Press(PanelItem(IDC_PANEL_TEXT), VK_ESCAPE);

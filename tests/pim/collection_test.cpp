@@ -115,6 +115,8 @@ TEST_F(CollectionTest, IsSortedByAnyProperty) {
     EXPECT_EQ(items_->Sort(Bstr(L"[Shoe size]").Get(), VARIANT_FALSE), E_INVALIDARG);
     EXPECT_EQ(items_->Sort(nullptr, VARIANT_FALSE), E_INVALIDARG);
     EXPECT_THAT(Names(items_), ElementsAre(L"cole, Cy", L"Brook, Ben", L"Abel, Anna"));
+    EXPECT_EQ(items_->Sort(Bstr(L"[FileAs]").Get(), VARIANT_FALSE), S_OK);
+    EXPECT_THAT(Names(items_), ElementsAre(L"Abel, Anna", L"Brook, Ben", L"cole, Cy"));
 }
 
 TEST_F(CollectionTest, AppointmentsComeByTheirStart) {
@@ -138,6 +140,9 @@ TEST_F(CollectionTest, RestrictionsChooseItems) {
     EXPECT_THAT(Restricted(L"[FileAs] >= \"B\" AND [companyname]=\"Acme\""), ElementsAre(L"Brook, Ben", L"cole, Cy"));
     EXPECT_THAT(Restricted(L"[FileAs]<\"B\" or [FileAs]>\"C\" and [CompanyName]=\"Acme\""),
                 ElementsAre(L"Abel, Anna", L"cole, Cy"));
+    EXPECT_THAT(Restricted(L"[FileAs] <= \"Brook, Ben\""), ElementsAre(L"Abel, Anna", L"Brook, Ben"));
+    EXPECT_THAT(Restricted(L"[FileAs] < \"Brook, Ben\""), ElementsAre(L"Abel, Anna"));
+    EXPECT_THAT(Restricted(L"[FileAs] > \"Brook, Ben\""), ElementsAre(L"cole, Cy"));
     EXPECT_THAT(Restricted(L"[Title] = \"\""), ElementsAre(L"Abel, Anna", L"Brook, Ben", L"cole, Cy"));
     EXPECT_THAT(Restricted(L"[Birthday] < \"1/1/1970\""), IsEmpty());
 }

@@ -283,6 +283,35 @@ TEST_F(ItemTest, ACopyIsAnItemOfItsOwn) {
     contact->Release();
 }
 
+// Its uid names one item of a file: another import would take the copy for that item.
+TEST_F(ItemTest, ACopyHasNotTheUidOfWhatItWasCopiedFrom) {
+    const CEOID oid = outlook_.AddContact(L"Abel, Anna", L"Talvern");
+    const HANDLE folder = PimOpenDatabase(olFolderContacts);
+    ASSERT_NE(folder, INVALID_HANDLE_VALUE);
+    std::wstring uid = L"card-1";
+    CEPROPVAL named = {};
+    named.propid = kPimUid;
+    named.val.lpwstr = uid.data();
+    ASSERT_EQ(CeWriteRecordProps(folder, oid, 1, &named), oid);
+
+    IContact* contact = Read<IContact>(oid);
+    IContact* copy = nullptr;
+    ASSERT_EQ(contact->Copy(&copy), S_OK);
+    contact->Release();
+    const CEOID other = Outlook::SaveAndRelease(copy);
+    for (const auto& [record, hasUid] : {std::pair(oid, true), std::pair(other, false)}) {
+        ASSERT_EQ(CeSeekDatabase(folder, CEDB_SEEK_CEOID, record, nullptr), record);
+        CEPROPID id = kPimUid;
+        WORD count = 1;
+        BYTE* buffer = nullptr;
+        DWORD size = 0;
+        ASSERT_EQ(CeReadRecordProps(folder, CEDB_ALLOWREALLOC, &count, &id, &buffer, &size), record);
+        EXPECT_EQ((reinterpret_cast<CEPROPVAL*>(buffer)->wFlags & CEDB_PROPNOTFOUND) == 0, hasUid);
+        LocalFree(buffer);
+    }
+    CloseHandle(folder);
+}
+
 TEST_F(ItemTest, ADeletedItemCanBeSavedAsANewOne) {
     const CEOID oid = outlook_.AddContact(L"Abel, Anna", L"Talvern");
     IContact* contact = Read<IContact>(oid);
