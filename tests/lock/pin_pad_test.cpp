@@ -165,6 +165,26 @@ TEST_F(PinPadTest, MoreDigitsThanTheDisplayShowsAreAppendedAllTheSame) {
     EXPECT_EQ(entry_, many);
 }
 
+TEST_F(PinPadTest, OfThirtyDigitsTheLastAreInView) {
+    EXPECT_TRUE(Open(PinPad::kUnlock, [&] {
+        const HWND display = pads_.Item(IDC_PIN_DISPLAY);
+        RECT room = {};
+        SendMessageW(display, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&room));
+        const auto placeOf = [display](size_t digit) {
+            return static_cast<short>(LOWORD(SendMessageW(display, EM_POSFROMCHAR, digit, 0)));
+        };
+        std::wstring digits;
+        for (int i = 0; i < 30; ++i) {
+            digits += static_cast<wchar_t>(L'0' + i % 10);
+            pads_.Tap(digits.substr(digits.size() - 1));
+            EXPECT_EQ(Display(), digits);
+            EXPECT_GE(placeOf(digits.size() - 1), room.left) << digits.size();
+            EXPECT_LT(placeOf(digits.size() - 1), room.right) << digits.size();
+        }
+        EXPECT_LT(placeOf(0), room.left) << "not all of them can be seen";
+    }));
+}
+
 TEST_F(PinPadTest, TheCloseBoxAndEscapeAreOkWithWhatWasEntered) {
     EXPECT_TRUE(Open(PinPad::kUnlock, [&] {
         pads_.Tap(L"12");
