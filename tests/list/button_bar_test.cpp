@@ -81,6 +81,45 @@ TEST_F(ButtonBarTest, FitsANewWidth) {
     EXPECT_GT(sort.right, Px(480) - Px(20));
 }
 
+// A caption can be as long as a category's or a field's name.
+TEST_F(ButtonBarTest, ALongCaptionStaysInItsButton) {
+    const RECT area = host_.Client();
+    const HDC dc = CreateCompatibleDC(nullptr);
+    BITMAPINFO info = {};
+    info.bmiHeader = {sizeof info.bmiHeader, area.right, -Px(26), 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    void* bits = nullptr;
+    const HBITMAP picture = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    ASSERT_NE(picture, nullptr);
+    const HGDIOBJ before = SelectObject(dc, picture);
+    for (const int id : {112, 111}) {
+        bar_.SetButtonText(id, std::wstring(80, L'W').c_str());
+        const RECT all = {0, 0, area.right, Px(26)};
+        FillRect(dc, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+        NMTBCUSTOMDRAW draw = {};
+        draw.nmcd.hdr = {bar_.GetHandle(), 110, static_cast<UINT>(NM_CUSTOMDRAW)};
+        draw.nmcd.dwDrawStage = CDDS_ITEMPREPAINT;
+        draw.nmcd.hdc = dc;
+        draw.nmcd.dwItemSpec = static_cast<DWORD_PTR>(id);
+        bar_.OnNotify(&draw.nmcd.hdr);
+        RECT button;
+        ASSERT_TRUE(bar_.GetButtonRect(id, &button));
+        // "Sort" ends with the bar, a little behind its button.
+        const int right = id == 111 ? area.right : button.right;
+        int inside = 0;
+        int outside = 0;
+        for (int y = 0; y < Px(26); ++y) {
+            for (int x = 0; x < area.right; ++x) {
+                if (GetPixel(dc, x, y) != RGB(255, 255, 255)) ++(x < button.left || x >= right ? outside : inside);
+            }
+        }
+        EXPECT_GT(inside, 0) << id;
+        EXPECT_EQ(outside, 0) << id;
+    }
+    SelectObject(dc, before);
+    DeleteObject(picture);
+    DeleteDC(dc);
+}
+
 TEST_F(ButtonBarTest, ShowHoldsAllAndMoreWhileNoCategoryIsUsed) {
     EXPECT_THAT(ItemsOf(bar_.MakeShowMenu()),
                 ElementsAre(Item{115, L"All", false}, kSeparator, Item{121, L"More...", false}));
