@@ -168,6 +168,7 @@ void MainWindow::SetSortOrder(const SORTORDERSPEC& order) {
         const BusyScope busy;
         journal_.SetSortOrder(&order, 1);
     }
+    if (!IsWindow()) return;  // closed behind a box that said what is wrong
     list_.ShowTop();
     list_.RefreshList();
 }

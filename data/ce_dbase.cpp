@@ -99,17 +99,19 @@ BOOL CeDbase::SetSortOrder(const SORTORDERSPEC* order, WORD orders) {
     const DWORD failure = CeSetDatabaseInfo(oid, &change) ? ERROR_SUCCESS : GetLastError();
     if (failure == ERROR_INVALID_PARAMETER) {
         const KeepLastError keep;
+        OpenHandle(name, oldSort, 0, notify);  // before the box, behind which the list may be drawn
         MessageBoxW(nullptr, L"Database Inuse by another process\nOperation halted!", L"Database Error", MB_ICONHAND);
-        OpenHandle(name, oldSort, 0, notify);
         return FALSE;
     }
     // Whether any other failure left the new order behind shows here. If it didn't, that failure is what there is to
     // tell, and not that there is no such order.
     if (OpenHandle(name, order->propid, 0, notify)) return TRUE;
     if (failure != ERROR_SUCCESS) SetLastError(failure);
+    {
+        const KeepLastError keep;
+        OpenHandle(name, oldSort, 0, notify);
+    }
     ReportError(kLineSetSortOrder, kModule);
-    const KeepLastError keep;
-    OpenHandle(name, oldSort, 0, notify);
     return FALSE;
 }
 

@@ -67,6 +67,7 @@ bool EntryList::CreateIn(HWND parent, const RECT& place) {
 }
 
 void EntryList::RefreshList() {
+    if (!IsWindow()) return;  // closed meanwhile, with the journal
     if (journal_.GetHandle() == nullptr) journal_.Open(GetParent());
     if (Rebuild()) return;
     ::SetTimer(GetHandle(), kCountTimer, kCountPause, nullptr);

@@ -3,9 +3,11 @@
 #include <gmock/gmock.h>
 
 #include <thread>
+#include <utility>
 
 #include "tests/data/sample_database.h"
 #include "tests/support/pump.h"
+#include "tests/support/replaced_import.h"
 
 namespace {
 
@@ -294,6 +296,35 @@ TEST_F(CeDbaseTest, SetSortOrderReopensByTheDatabasesFirstOrder) {
     CEPROPVAL value = Number(10);
     EXPECT_EQ(other.SeekValueFirstEqual(&value), oid);
     EXPECT_TRUE(other.Close());
+}
+
+// Stands in for a box, and counts the records behind it.
+struct Box {
+    static inline CeDbase* behind = nullptr;
+    static inline std::vector<WORD> counts;
+    static int WINAPI Show(HWND, LPCWSTR, LPCWSTR, UINT) {
+        if (CeDbase* database = std::exchange(behind, nullptr)) {  // a count that fails shows a box as well
+            counts.push_back(database->GetHandle() ? database->GetRecordCount() : WORD{0});
+            behind = database;
+        }
+        return IDOK;
+    }
+};
+
+// Behind the box, which nobody owns, windows go on drawing what they read.
+TEST_F(CeDbaseTest, BehindTheBoxOfAFailedSortOrderTheDatabaseCanBeRead) {
+    InsertNumbers(2);
+    CeDbase other;
+    ASSERT_TRUE(other.Open(kSample, kNumber, 0, nullptr));
+    Box::behind = &base_;
+    const ReplacedImport box(L"ORVANE.DLL", "MessageBoxW", Box::Show);
+    const SORTORDERSPEC order{kText, 0};
+    EXPECT_FALSE(base_.SetSortOrder(&order, 1));
+    EXPECT_TRUE(other.Close());
+    CeFailCall("CeSetDatabaseInfo", 1, ERROR_DISK_FULL);
+    const SORTORDERSPEC missing{kDate, 0};
+    EXPECT_FALSE(base_.SetSortOrder(&missing, 1));
+    EXPECT_EQ(Box::counts, (std::vector<WORD>{2, 2}));
 }
 
 // A window that counts the messages of changed databases.

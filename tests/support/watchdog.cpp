@@ -11,6 +11,16 @@
 
 namespace {
 
+// What a message box says.
+BOOL CALLBACK PrintLabel(HWND window, LPARAM) {
+    wchar_t className[100] = {};
+    GetClassNameW(window, className, 100);
+    wchar_t text[400] = {};
+    InternalGetWindowText(window, text, 400);
+    if (_wcsicmp(className, L"Static") == 0 && text[0] != L'\0') std::fwprintf(stderr, L"    \"%ls\"\n", text);
+    return TRUE;
+}
+
 BOOL CALLBACK PrintWindow(HWND window, LPARAM) {
     DWORD process = 0;
     GetWindowThreadProcessId(window, &process);
@@ -20,6 +30,7 @@ BOOL CALLBACK PrintWindow(HWND window, LPARAM) {
     InternalGetWindowText(window, title, 200);
     GetClassNameW(window, className, 100);
     std::fwprintf(stderr, L"  window \"%ls\" of class %ls\n", title, className);
+    EnumChildWindows(window, PrintLabel, 0);
     return TRUE;
 }
 
