@@ -67,6 +67,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
         case WM_COMMAND: return OnCommand(HIWORD(wparam), LOWORD(wparam));
         case WM_ENABLE: return OnEnable(wparam != FALSE);
         case kBusyMessage: return OnBusyMessage(wparam);
+        case WM_DROPFILES: return OnDropFiles(reinterpret_cast<HDROP>(wparam));
         case kLinkMessage: return OnLinkMessage(LOWORD(wparam), static_cast<CEOID>(lparam));
         default: return DefWindowProcW(GetHandle(), message, wparam, lparam);
     }
@@ -85,6 +86,7 @@ LRESULT MainWindow::OnCreate() {
     list_.RefreshList();
     list_.Show();
     list_.SetFocus();
+    DragAcceptFiles(GetHandle(), TRUE);
     return 0;
 }
 

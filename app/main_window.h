@@ -94,6 +94,9 @@ private:
     void BeginLinkedEntry(WORD kind, CEOID item);
     void TellRefusedLinks();
 
+    // ---- Files dropped on the window (main_window_drop.cpp) ----
+    LRESULT OnDropFiles(HDROP drop);
+
     // ---- Menus ----
     LRESULT OnNewMenu(NMNEWMENU* query);
     LRESULT OnContextMenu(const NMRGINFO& gesture);

@@ -191,7 +191,7 @@ TEST_F(ContactPickerTest, WithoutContactsItSaysSo) {
         EXPECT_FALSE(IsWindowVisible(List()));
         wchar_t text[200] = L"";
         GetWindowTextW(Item(IDC_NO_CONTACTS), text, 200);
-        EXPECT_STREQ(text, L"No contacts.\nPeople in Contacts can be chosen here.");
+        EXPECT_STREQ(text, L"No contacts.\nTo choose people here, drop a vCard file (.vcf) on the list of entries.");
         EXPECT_TRUE(IsWindowVisible(Item(IDC_NO_CONTACTS)));
         ExpectNothingClipped();
     });
