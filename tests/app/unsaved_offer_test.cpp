@@ -2,6 +2,7 @@
 #include "editor/unsaved_entries.h"
 
 #include "tests/app/app_fixture.h"
+#include "tests/support/pad_visits.h"
 #include "tests/support/pump.h"
 
 namespace {
@@ -90,13 +91,18 @@ TEST_F(UnsavedOfferTest, RefusedItIsKept) {
 }
 
 TEST_F(UnsavedOfferTest, BehindThePasswordNothingIsTold) {
-    ASSERT_TRUE(Start());
-    PumpOnce();
     Keep(L"Lunch");
-    window_->Hide();
-    window_->SendMessage(MainWindow::kOfferUnsaved);
-    window_->SendMessage(WM_CLOSE);
-    EXPECT_FALSE(window_->IsWindow());
+    app_->WriteString(L"Options", L"vacc", L"1204");
+    app_->WriteInt(L"Options", L"pwActive", 1);
+    PadVisits pads;
+    pads.Expect([] {
+        const HWND main = FindWindowW(L"JCLASS", nullptr);
+        SendMessageW(main, MainWindow::kOfferUnsaved, 0, 0);
+        SendMessageW(main, WM_CLOSE, 0, 0);
+    });
+    EXPECT_FALSE(Start());
+    EXPECT_EQ(FindWindowW(L"JCLASS", nullptr), nullptr);
+    Forget();
 }
 
 }  // namespace
