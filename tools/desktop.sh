@@ -95,10 +95,15 @@ registry_strings() {
     printf 'hex(7):%s' "${bytes%,}"
 }
 
+# A LOGFONTW: Tahoma, normal, of 11 points, which Wine scales. Its own font makes rows of menus too low to be hit with ease.
+menu_font=0b,00,00,00,00,00,00,00,00,00,00,00,00,00,00,00,90,01,00,00,00,00,00,01,00,00,00,00
+menu_font+=,54,00,61,00,68,00,6f,00,6d,00,61,00$(printf ',00%.0s' {1..52})
+
 # desktop_registry
 # Prints the keys of Windows for what this desktop is like.
 desktop_registry() {
     printf 'Windows Registry Editor Version 5.00\n\n[HKEY_CURRENT_USER\\Control Panel\\Desktop]\n"LogPixels"=dword:%08x\n\n' "$(desktop_dpi)"
+    printf '[HKEY_CURRENT_USER\\Control Panel\\Desktop\\WindowMetrics]\n"MenuFont"=hex:%s\n\n' "$menu_font"
     local fonts links face
     mapfile -t fonts < <(script_fonts)
     ((${#fonts[@]})) || return 0

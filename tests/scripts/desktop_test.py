@@ -2,6 +2,7 @@
 import os
 import pathlib
 import shutil
+import struct
 import subprocess
 import tempfile
 import unittest
@@ -95,6 +96,13 @@ class DesktopTest(unittest.TestCase):
 
     def test_a_desktop_without_fonts_gives_no_links(self):
         self.assertNotIn("FontLink", self.ask("desktop_registry"))
+
+    def test_the_font_of_menus_is_a_whole_logfont(self):
+        line = next(line for line in self.ask("desktop_registry").splitlines() if line.startswith('"MenuFont"=hex:'))
+        font = bytes.fromhex(line.partition(":")[2].replace(",", ""))
+        height, width, _, _, weight = struct.unpack_from("<5i", font)
+        self.assertEqual((len(font), height, width, weight), (92, 11, 0, 400))
+        self.assertEqual(font[28:].decode("utf-16-le").rstrip("\0"), "Tahoma")
 
     def test_a_prefix_is_told_when_something_has_changed(self):
         prefix = self.home / "prefix"
