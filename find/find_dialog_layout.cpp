@@ -83,4 +83,5 @@ void FindDialog::PlaceText(const RECT& place) {
     RECT box;
     text_.GetWindowRect(&box);
     text_.SetFieldHeight(2 * height - static_cast<int>(box.bottom - box.top));
+    text_.MakeRowsRoomy();
 }

@@ -1,8 +1,17 @@
 #include "ui/combo_box.h"
 
+#include <px.h>
+
 #include <vector>
 
 #include "ui/gdi_scope.h"
+
+namespace {
+
+constexpr int kLeastRow = 18;  // logical pixels
+constexpr int kRowsShown = 10;
+
+}  // namespace
 
 int ComboBox::AddString(const wchar_t* text) {
     return static_cast<int>(SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text)));
@@ -71,4 +80,17 @@ void ComboBox::FitFieldToFont() {
     TEXTMETRICW metrics = {};
     GetTextMetricsW(dc.Dc(), &metrics);
     SetFieldHeight(metrics.tmHeight);
+    MakeRowsRoomy();
+}
+
+// The control itself takes a height of its rows, on some systems, only when the program draws them; its list always
+// does.
+void ComboBox::MakeRowsRoomy() {
+    COMBOBOXINFO info = {};
+    info.cbSize = sizeof(info);
+    if (!::GetComboBoxInfo(GetHandle(), &info)) return;
+    SendMessage(CB_SETMINVISIBLE, kRowsShown);  // 30 of them would cover a screen
+    const LRESULT own = ::SendMessageW(info.hwndList, LB_GETITEMHEIGHT, 0, 0);
+    if (own >= Px(kLeastRow)) return;
+    ::SendMessageW(info.hwndList, LB_SETITEMHEIGHT, 0, MAKELPARAM(Px(kLeastRow), 0));
 }

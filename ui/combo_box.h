@@ -30,6 +30,10 @@ public:
     HWND GetEdit() const;
     // Height of the selection field, device pixels.
     void SetFieldHeight(int height);
-    // As high as a line of its font: in a higher field some systems let the text stand above the middle.
+    // As high as a line of its font: in a higher field some systems let the text stand above the middle. Its list's
+    // rows become roomy too.
     void FitFieldToFont();
+    // Makes the list's rows at least 18 logical pixels high, to be tapped, and ten of them show. Once the font is set,
+    // which undoes it.
+    void MakeRowsRoomy();
 };

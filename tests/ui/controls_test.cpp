@@ -242,6 +242,30 @@ TEST_F(ControlTest, ComboBoxWithAnEditTakesTyping) {
     EXPECT_GE(combo.SendMessage(CB_GETITEMHEIGHT, static_cast<WPARAM>(-1)), height + 10);
 }
 
+TEST_F(ControlTest, TheRowsOfAComboBoxAreHighEnoughToBeTapped) {
+    ComboBox combo;
+    ASSERT_TRUE(combo.CreateIn(Parent(), kId, CBS_DROPDOWN | WS_VSCROLL, {0, 0, Px(120), Px(200)}));
+    combo.AddString(L"one");
+    combo.AddString(L"two");
+    combo.FitFieldToFont();
+    combo.DropDown(true);
+    COMBOBOXINFO info = {};
+    info.cbSize = sizeof info;
+    ASSERT_TRUE(GetComboBoxInfo(combo.GetHandle(), &info));
+    RECT row;
+    ::SendMessageW(info.hwndList, LB_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&row));
+    EXPECT_GE(row.bottom - row.top, Px(18));
+    RECT list;
+    ::GetClientRect(info.hwndList, &list);
+    EXPECT_GE(list.bottom, row.bottom) << "both rows are seen";
+    combo.DropDown(false);
+    for (int more = 0; more < 40; ++more)
+        combo.AddString(L"another");
+    combo.DropDown(true);
+    ::GetClientRect(info.hwndList, &list);
+    EXPECT_LE(list.bottom, Px(200)) << "the rest is scrolled to";
+}
+
 // ---- List view ----
 
 namespace {
