@@ -59,6 +59,18 @@ protected:
     TSList<DbJItem> fields_;
 };
 
+TEST_F(DbJournalTest, ReadingValuesLeavesNothingOfTheEntryBefore) {
+    const CEOID oid = WriteNew(L"next");
+    Field(kPropCategories)->Categories().Append(DbCItem(kPropCategoryName, L"Business"));
+    Field(kPropContacts)->Contacts().Append(DbAItem());
+    Field(kPropCompany)->SetStrValue(L"Acme");
+    ASSERT_EQ(journal_.ReadValues(oid, &fields_), oid);
+    EXPECT_STREQ(Field(kPropSubject)->GetStrValue(), L"next");
+    EXPECT_STREQ(Field(kPropCompany)->GetStrValue(), L"");
+    EXPECT_TRUE(Field(kPropCategories)->Categories().IsEmpty());
+    EXPECT_TRUE(Field(kPropContacts)->Contacts().IsEmpty());
+}
+
 TEST_F(DbJournalTest, DefinitionsStandInTheOrderOfTheForm) {
     struct Definition {
         WORD id;
