@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <new>
+#include <numeric>
 
 #include "platform/shell/screen_geometry.h"
 #include "platform/window_support.h"
@@ -161,7 +162,11 @@ void RichInkControl::SetZoom(UINT percent) {
     const HDC screen = GetDC(nullptr);
     const int systemDpi = GetDeviceCaps(screen, LOGPIXELSY);
     ReleaseDC(nullptr, screen);
-    Base(EM_SETZOOM, zoom_ * ScreenDpi() / systemDpi, 100);
+    const UINT percentShown = zoom_ * ScreenDpi() / systemDpi;
+    const UINT common = std::gcd(percentShown, 100u);
+    // In small numbers: some rich edits multiply widths by the upper one, and never end behind a tab where that
+    // overflows.
+    Base(EM_SETZOOM, percentShown / common, 100 / common);
     RefreshFonts();
 }
 

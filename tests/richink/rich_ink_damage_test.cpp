@@ -62,6 +62,15 @@ TEST_F(RichInkDamageTest, NumbersThatAreMissingDoNoHarm) {
     ExpectAliveAtTheEnd();
 }
 
+// Fifteen thousand pixels before a tab were without end.
+TEST_F(RichInkDamageTest, ATabFarFromTheMarginLoads) {
+    Load(kRtf, R"({\rtf1\ansi\pard  \fs255 )" + std::string(170, 'a') + R"(\tab })");
+    ExpectAlive();
+    for (const int percent : {75, 150, 200, 300})
+        Send(EM_SETZOOMPERCENT, 0, percent);
+    ExpectAliveAtTheEnd();
+}
+
 // The rich edit ends what it writes at a NUL, and the rest was lost.
 TEST_F(RichInkDamageTest, TextBehindANulIsKept) {
     Load(kRtf, "{\\rtf1\\ansi\\uc1 a\\u0?b\\'00c}");
