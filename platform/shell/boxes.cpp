@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/shell/screen.h"
@@ -16,8 +17,9 @@ namespace {
 constexpr UINT_PTR kSubclass = 2;
 
 struct BoxPlace {
-    SIZE size{};    // as placed; 0 before, and for a box that may have any
-    int again = 5;  // how many times it is given back at most
+    SIZE size{};           // as placed; 0 before, and for a box that may have any
+    int again = 5;         // how many times it is given back at most
+    bool* gone = nullptr;  // set when this goes while a message is handled
 };
 
 thread_local HHOOK hook = nullptr;
@@ -134,8 +136,14 @@ void KeepSize(HWND box, BoxPlace& place) {
 
 // The box has its texts and its size when it has initialised itself, and is not to be seen yet.
 LRESULT CALLBACK BoxProcedure(HWND box, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR data) {
-    const LRESULT result = DefSubclassProc(box, message, wparam, lparam);
     auto* place = reinterpret_cast<BoxPlace*>(data);
+    // What comes of the message may destroy the box, and with it the place.
+    bool gone = false;
+    bool* const outer = std::exchange(place->gone, &gone);
+    const LRESULT result = DefSubclassProc(box, message, wparam, lparam);
+    if (!gone) place->gone = outer;
+    if (outer && (gone || message == WM_NCDESTROY)) *outer = true;
+    if (gone) return result;
     switch (message) {
         case WM_INITDIALOG: place->size = Place(box); break;
         case WM_WINDOWPOSCHANGED: KeepSize(box, *place); break;
