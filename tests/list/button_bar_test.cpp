@@ -190,7 +190,6 @@ struct StoredCase {
     const char* name;
     DWORD type;
     std::vector<BYTE> bytes;
-    bool reported;  // by every read: it is longer than a number
 };
 
 class OddSortByTest : public ButtonBarTest, public testing::WithParamInterface<StoredCase> {};
@@ -204,8 +203,6 @@ TEST_P(OddSortByTest, IsReadAsTheDefaultAndReplacedByAChoice) {
     ASSERT_EQ(RegSetValueExW(key, L"SortBy", 0, GetParam().type, bytes.data(), static_cast<DWORD>(bytes.size())),
               ERROR_SUCCESS);
     RegCloseKey(key);
-    for (int read = 0; read < 2 && GetParam().reported; ++read)
-        boxes_.Expect(L"Error", MessageBoxes::SystemText(ERROR_MORE_DATA));
     bar_.SetSortText();
     EXPECT_EQ(bar_.GetButtonText(111), L"Start");
     EXPECT_EQ(ItemsOf(bar_.MakeSortMenu()).size(), 11u);
@@ -215,13 +212,13 @@ TEST_P(OddSortByTest, IsReadAsTheDefaultAndReplacedByAChoice) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Values, OddSortByTest,
-                         testing::Values(StoredCase{"Text", REG_SZ, {'1', 0, '0', 0, '7', 0, 0, 0}, true},
-                                         StoredCase{"TextWithoutEnd", REG_SZ, {'7'}, false},
-                                         StoredCase{"TooShort", REG_DWORD, {107, 0}, false},
-                                         StoredCase{"Nothing", REG_DWORD, {}, false},
-                                         StoredCase{"TooLong", REG_BINARY, std::vector<BYTE>(1000, 0x6B), true},
-                                         StoredCase{"AllBits", REG_DWORD, {0xFF, 0xFF, 0xFF, 0xFF}, false},
-                                         StoredCase{"NoField", REG_DWORD, {200, 0, 0, 0}, false}),
+                         testing::Values(StoredCase{"Text", REG_SZ, {'1', 0, '0', 0, '7', 0, 0, 0}},
+                                         StoredCase{"TextWithoutEnd", REG_SZ, {'7'}},
+                                         StoredCase{"TooShort", REG_DWORD, {107, 0}},
+                                         StoredCase{"Nothing", REG_DWORD, {}},
+                                         StoredCase{"TooLong", REG_BINARY, std::vector<BYTE>(1000, 0x6B)},
+                                         StoredCase{"AllBits", REG_DWORD, {0xFF, 0xFF, 0xFF, 0xFF}},
+                                         StoredCase{"NoField", REG_DWORD, {200, 0, 0, 0}}),
                          [](const auto& param) { return std::string(param.param.name); });
 
 struct SortTextCase {

@@ -29,9 +29,9 @@ protected:
         bytes.resize(static_cast<size_t>(size));
         return bytes;
     }
-    static std::string TimeAt(WORD hour, WORD minute) {
+    static std::string StartAt(WORD day, WORD hour, WORD minute) {
         std::wstring text;
-        DateTime(SYSTEMTIME{2004, 5, 0, 7, hour, minute, 0, 0}).Time(text);
+        DateTime(SYSTEMTIME{2004, 5, 0, day, hour, minute, 0, 0}).DateAndTime(text);
         return Ansi(text);
     }
 };
@@ -47,10 +47,10 @@ TEST_F(BackupExportTest, CsvIsWrittenAsTheJournalWritesIt) {
     EXPECT_EQ(Bytes(file),
               "\"Subject\",\"Entry Type\",\"Start\",\"Duration\",\"Priority\",\"Sensitivity\",\"Company\",\"Contacts\","
               "\"Categories\",\"Note\"\r\n\"Two \"herons\"\",\"Phone call\",\"" +
-                  TimeAt(14, 30) +
+                  StartAt(7, 14, 30) +
                   "\",\"2 hrs 15 min\",\"High\",\"Private\",\"Talvern\",\"Ada; Ben\",\"Garden, River\",\"at the "
                   "weir\r\nand " +
-                  Ansi(L"caf\u00e9 \u0416") + "\"\r\n\"Empty\",\"Note\",\"" + TimeAt(9, 5) +
+                  Ansi(L"caf\u00e9 \u0416") + "\"\r\n\"Empty\",\"Note\",\"" + StartAt(8, 9, 5) +
                   "\",\"0 minutes\",\"Normal\",\"Normal\",\"\",\"\",\"\",\"\"\r\n");
 }
 
