@@ -2,6 +2,9 @@
 
 #include <aygshell.h>
 #include <px.h>
+#include <windbase.h>
+
+#include <utility>
 
 #include "app/context_menu.h"
 #include "data/db_journal.h"
@@ -128,8 +131,17 @@ LRESULT MainWindow::OnClose(bool asks) {
     return 0;
 }
 
+// Once: what keeps the journal from being written, a full disk above all.
+void MainWindow::TellLimit() {
+    DWORD limit = 0;
+    if (std::exchange(toldLimit_, true) || !CeObjectStoreLimit(&limit) || limit == 0) return;
+    const UINT text = limit == ERROR_DISK_FULL ? IDS_STORE_NO_ROOM : IDS_STORE_READ_ONLY;
+    MessageBox(LoadText(text).c_str(), LoadText(IDS_APP_TITLE).c_str(), MB_OK | MB_ICONEXCLAMATION);
+}
+
 LRESULT MainWindow::OnOfferUnsaved() {
-    if (!asking_ && IsVisible() && IsEnabled()) {
+    if (!asking_ && IsVisible() && IsEnabled()) TellLimit();
+    if (!asking_ && IsWindow() && IsVisible() && IsEnabled()) {
         asking_ = true;
         const bool wanted = WantsUnsaved(*this);
         asking_ = false;

@@ -29,7 +29,8 @@ public:
     static constexpr UINT kBusyMessage = 1125;
     // Sent by the shell when memory is short: the program closes.
     static constexpr UINT kHibernate = 1023;
-    // Posted at the start, once the window is seen: an entry that could not be stored the last time is offered.
+    // Posted at the start, once the window is seen: a store that cannot be written is told, and an entry that could not
+    // be stored the last time is offered.
     static constexpr UINT kOfferUnsaved = WM_APP + 1;
 
     // All three must outlive the object.
@@ -52,6 +53,7 @@ private:
     LRESULT OnCreate();
     LRESULT OnClose(bool asks);
     LRESULT OnOfferUnsaved();
+    void TellLimit();
     LRESULT OnDestroy();
     LRESULT OnSettingChange(WPARAM wparam, LPARAM lparam);
     LRESULT OnNotify(NMHDR* header);
@@ -117,4 +119,5 @@ private:
     bool comInitialised_ = false;
     bool asking_ = false;  // what is to become of entries that could not be stored
     bool locked_ = false;
+    bool toldLimit_ = false;  // that the store cannot be written
 };
