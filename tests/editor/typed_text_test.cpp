@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <aygshell.h>
+#include <px.h>
 
 #include "res/ids.h"
 #include "tests/editor/editor_screen.h"
@@ -146,7 +147,7 @@ TEST_F(TypedTextTest, TurningTheScreenKeepsTheNote) {
 
 TEST_F(TypedTextTest, OnALowScreenTheRowThatIsEditedStaysInView) {
     Edit(0, kFieldCompany, [&] {
-        SetWindowPos(Screen(), nullptr, 0, 0, 300, 190, SWP_NOMOVE | SWP_NOZORDER);
+        SetWindowPos(Screen(), nullptr, 0, 0, Px(300), Px(190), SWP_NOMOVE | SWP_NOZORDER);
         EXPECT_TRUE(IsWindowVisible(Editor()));
         EXPECT_EQ(GetFocus(), Editor());
     });
@@ -157,7 +158,7 @@ TEST_F(TypedTextTest, OnALowScreenTheRowThatIsEditedStaysInView) {
 class ScrolledRowTest : public TypedTextTest {
 protected:
     // So low that the rows need a scroll bar.
-    void Lower() const { SetWindowPos(Screen(), nullptr, 0, 0, 300, 190, SWP_NOMOVE | SWP_NOZORDER); }
+    void Lower() const { SetWindowPos(Screen(), nullptr, 0, 0, Px(300), Px(190), SWP_NOMOVE | SWP_NOZORDER); }
     void Scroll(WORD how) const { SendMessageW(List(), WM_VSCROLL, how, 0); }
     // Whether the open editor stands within its row.
     bool IsInItsRow() const {
